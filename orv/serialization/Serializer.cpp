@@ -1,0 +1,256 @@
+#include "orv/serialization/Serializer.h"
+
+#include "orv/foundation/Exception.h"
+#include "orv/platform/StackLimit.h"
+#include "orv/platform/TypeName.h"
+#include "orv/serialization/Factory.h"
+#include "orv/serialization/ISerializerImpl.h"
+
+#include <typeinfo>
+#include <unordered_map>
+
+namespace Zan::Orv::Core::Service
+{
+
+namespace
+{
+
+// Below this depth no stack is short, and most documents never look.
+constexpr std::size_t carefreeDepth = 32;
+
+SerializeException ReadFailure(char const* tag, std::string const& why)
+{
+    return SerializeException(std::string("Failed to deserialize object with tag '") + tag + "': " + why);
+}
+
+SerializeException WrongType(char const* tag, ISerializable const& object)
+{
+    return ReadFailure(tag, "Stored object of type '" + Platform::TypeName(typeid(object)) +
+                                "' is not of the type of the pointer that reads it.");
+}
+
+} // namespace
+
+// Made at the first pointer: most documents hold none.
+struct Serializer::Tables {
+    std::unordered_map<int, ISerializable*> objectsById;
+    std::unordered_map<ISerializable*, int> idsByObject;
+    // The shared tables hold their objects, so that no address is used twice while the document lasts.
+    std::unordered_map<int, std::shared_ptr<ISerializable>> sharedObjectsById;
+    std::unordered_map<std::shared_ptr<ISerializable>, int> idsBySharedObject;
+    int nextId = 1;
+};
+
+// One level of objects within objects.
+class Serializer::Nesting
+{
+public:
+    Nesting(Serializer& serializer, char const* tag) : depth_(serializer.depth_)
+    {
+        if (depth_ >= carefreeDepth && Platform::StackIsLow())
+            throw SerializeException(std::string("Failed to serialize object with tag '") + tag +
+                                     "': Objects are nested " + std::to_string(depth_) +
+                                     " deep, which is as deep as the stack allows.");
+        ++depth_;
+    }
+    Nesting(Nesting const&) = delete;
+    Nesting& operator=(Nesting const&) = delete;
+    ~Nesting() { --depth_; }
+
+private:
+    std::size_t& depth_;
+};
+
+Serializer::Serializer(ISerializerImpl& impl)
+    : impl_(impl), reading_(impl.IsReading()),
+      exhaustible_(reading_ ? dynamic_cast<IExhaustible const*>(&impl) : nullptr)
+{
+}
+
+Serializer::~Serializer() = default;
+
+Serializer::Tables& Serializer::GetTables()
+{
+    if (tables_ == nullptr)
+        tables_ = std::make_unique<Tables>();
+    return *tables_;
+}
+
+void Serializer::SerializeImpl(bool& value, char const* tag, std::size_t index)
+{
+    impl_.Scalar(tag, index, value);
+}
+
+void Serializer::SerializeImpl(signed char& value, char const* tag, std::size_t index)
+{
+    impl_.Scalar(tag, index, value);
+}
+
+void Serializer::SerializeImpl(unsigned char& value, char const* tag, std::size_t index)
+{
+    impl_.Scalar(tag, index, value);
+}
+
+void Serializer::SerializeImpl(short& value, char const* tag, std::size_t index)
+{
+    impl_.Scalar(tag, index, value);
+}
+
+void Serializer::SerializeImpl(unsigned short& value, char const* tag, std::size_t index)
+{
+    impl_.Scalar(tag, index, value);
+}
+
+void Serializer::SerializeImpl(int& value, char const* tag, std::size_t index)
+{
+    impl_.Scalar(tag, index, value);
+}
+
+void Serializer::SerializeImpl(unsigned int& value, char const* tag, std::size_t index)
+{
+    impl_.Scalar(tag, index, value);
+}
+
+void Serializer::SerializeImpl(long long& value, char const* tag, std::size_t index)
+{
+    impl_.Scalar(tag, index, value);
+}
+
+void Serializer::SerializeImpl(unsigned long long& value, char const* tag, std::size_t index)
+{
+    impl_.Scalar(tag, index, value);
+}
+
+void Serializer::SerializeImpl(float& value, char const* tag, std::size_t index)
+{
+    impl_.Scalar(tag, index, value);
+}
+
+void Serializer::SerializeImpl(double& value, char const* tag, std::size_t index)
+{
+    impl_.Scalar(tag, index, value);
+}
+
+void Serializer::SerializeImpl(std::string& value, char const* tag, std::size_t index)
+{
+    impl_.Scalar(tag, index, value);
+}
+
+void Serializer::SerializeImpl(ISerializable& value, char const* tag, std::size_t index)
+{
+    Nesting const nesting(*this, tag);
+    std::string className;
+    int id = -1;
+    impl_.StartObject(tag, index, className, id);
+    value.Serialize(*this);
+    impl_.EndObject(tag);
+}
+
+void Serializer::WriteObject(ISerializable* object, char const* tag, std::size_t index)
+{
+    Write(GetTables().idsByObject, object, tag, index);
+}
+
+void Serializer::WriteObject(std::shared_ptr<ISerializable> const& object, char const* tag, std::size_t index)
+{
+    Write(GetTables().idsBySharedObject, object, tag, index);
+}
+
+template<class Ids, class Pointer>
+void Serializer::Write(Ids& ids, Pointer const& object, char const* tag, std::size_t index)
+{
+    std::string className;
+    int id = 0;
+    bool firstSight = false;
+    if (object != nullptr) {
+        auto const known = ids.find(object);
+        firstSight = known == ids.end();
+        if (firstSight) {
+            ISerializable const& whole = *object;
+            className = Factory::GetFactory().GetClassName(typeid(whole));
+            // Entered before its fields are written: a cycle ends in a reference.
+            id = tables_->nextId;
+            ids.emplace(object, id);
+            ++tables_->nextId;
+        } else
+            id = known->second;
+    }
+
+    impl_.StartObject(tag, index, className, id);
+    if (firstSight) {
+        Nesting const nesting(*this, tag);
+        object->Serialize(*this);
+    }
+    impl_.EndObject(tag);
+}
+
+void Serializer::ReadObject(void* pointer, AssignRaw assign, char const* tag, std::size_t index)
+{
+    auto const dispose = [](ISerializable* object) { delete object; };
+    Read(GetTables().objectsById, pointer, assign, dispose, tag, index);
+}
+
+void Serializer::ReadObject(void* pointer, AssignShared assign, char const* tag, std::size_t index)
+{
+    auto const dispose = [](std::shared_ptr<ISerializable> const&) {};
+    Read(GetTables().sharedObjectsById, pointer, assign, dispose, tag, index);
+}
+
+template<class Objects, class Assign, class Dispose>
+void Serializer::Read(Objects& objects, void* pointer, Assign assign, Dispose dispose, char const* tag,
+                      std::size_t index)
+{
+    using Pointer = typename Objects::mapped_type;
+
+    std::string className;
+    int id = 0;
+    impl_.StartObject(tag, index, className, id);
+    if (!className.empty()) {
+        Nesting const nesting(*this, tag);
+        Pointer const object(Factory::GetFactory().Construct(className));
+        if (object == nullptr)
+            throw ReadFailure(tag, "The creator of class '" + className + "' made no object.");
+        if (!assign(pointer, object)) {
+            SerializeException const failure = WrongType(tag, *object);
+            dispose(object);
+            throw failure;
+        }
+        // Known before its fields are read: they may refer back to it.
+        objects.insert_or_assign(id, object);
+        object->Serialize(*this);
+    } else if (id != 0) {
+        auto const known = objects.find(id);
+        if (known == objects.end())
+            throw ReadFailure(tag, "Referenced object with id '" + std::to_string(id) + "' does not exist.");
+        if (!assign(pointer, known->second))
+            throw WrongType(tag, *known->second);
+    } else
+        assign(pointer, Pointer());
+    impl_.EndObject(tag);
+}
+
+void Serializer::StartArray(char const* tag, std::size_t index, std::size_t& count)
+{
+    impl_.StartArray(tag, index, count);
+}
+
+void Serializer::EndArray(char const* tag)
+{
+    impl_.EndArray(tag);
+}
+
+void Serializer::CheckElement(char const* tag, std::size_t position, std::size_t count) const
+{
+    if (exhaustible_ != nullptr && exhaustible_->IsExhausted())
+        throw SerializeException(std::string("Failed to deserialize array with tag '") + tag +
+                                 "': The input ended at element " + std::to_string(position + 1) + " of " +
+                                 std::to_string(count) + ".");
+}
+
+void Serializer::ThrowWrongLength(char const* tag, std::size_t expected, std::size_t found)
+{
+    throw SerializeException(std::string("Failed to deserialize array with tag '") + tag + "': Expected " +
+                             std::to_string(expected) + " elements but found " + std::to_string(found) + ".");
+}
+
+} // namespace Zan::Orv::Core::Service

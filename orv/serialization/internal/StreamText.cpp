@@ -1,0 +1,163 @@
+#include "orv/serialization/internal/StreamText.h"
+
+#include <limits>
+#include <locale>
+#include <sstream>
+#include <type_traits>
+
+namespace Zan::Orv::Core::Service::Internal
+{
+
+namespace
+{
+
+template<class T>
+std::string FormatByStream(std::ios const& stream, T value)
+{
+    std::ostringstream text;
+    text.copyfmt(stream);
+    text.exceptions(std::ios::goodbit);
+    text << value;
+    return text.str();
+}
+
+bool IsDigit(int c)
+{
+    return c >= '0' && c <= '9';
+}
+
+// The number at the stream's position, once white space is skipped. The rules are those of std::num_get for
+// decimal text: a sign is taken for unsigned types too and then wraps, a number out of range gives the
+// nearest limit and a failure, no number gives 0 and a failure.
+template<class T>
+std::ios::iostate ScanInteger(std::streambuf& buffer, T& value)
+{
+    using Unsigned = std::make_unsigned_t<T>;
+    constexpr bool isSigned = std::is_signed_v<T>;
+    constexpr auto end = std::char_traits<char>::eof();
+
+    int c = buffer.sgetc();
+    bool const negative = c == '-';
+    if (negative || c == '+')
+        c = buffer.snextc();
+
+    constexpr unsigned long long maximum = std::numeric_limits<T>::max();
+    unsigned long long const limit = maximum + (negative && isSigned ? 1 : 0);
+    unsigned long long magnitude = 0;
+    bool found = false;
+    bool tooLarge = false;
+    for (; IsDigit(c); c = buffer.snextc()) {
+        auto const digit = static_cast<unsigned long long>(c - '0');
+        found = true;
+        if (magnitude > (limit - digit) / 10)
+            tooLarge = true;
+        else
+            magnitude = magnitude * 10 + digit;
+    }
+
+    std::ios::iostate state = c == end ? std::ios::eofbit : std::ios::goodbit;
+    if (!found) {
+        value = 0;
+        state |= std::ios::failbit;
+    } else if (tooLarge) {
+        value = negative && isSigned ? std::numeric_limits<T>::min() : std::numeric_limits<T>::max();
+        state |= std::ios::failbit;
+    } else
+        value = static_cast<T>(static_cast<Unsigned>(negative ? 0 - magnitude : magnitude));
+    return state;
+}
+
+template<class T>
+void ReadByHand(std::istream& stream, T& value)
+{
+    if (!FormatsPlainly(stream) || (stream.flags() & std::ios::skipws) == 0) {
+        stream >> value;
+        return;
+    }
+    std::istream::sentry const ready(stream);
+    if (!ready)
+        return;
+    std::ios::iostate state = std::ios::goodbit;
+    try {
+        state = ScanInteger(*stream.rdbuf(), value);
+    } catch (...) {
+        // As the stream's own operators do: remember it, and pass it on only when the caller asked for that.
+        if ((stream.exceptions() & std::ios::badbit) != 0)
+            throw;
+        state = std::ios::badbit;
+    }
+    if (state != std::ios::goodbit)
+        stream.setstate(state);
+}
+
+} // namespace
+
+bool FormatsPlainly(std::ios_base const& stream)
+{
+    auto const flags = stream.flags();
+    auto const base = flags & std::ios::basefield;
+    return base == std::ios::dec && (flags & std::ios::showpos) == 0 && stream.width() == 0 &&
+           stream.getloc() == std::locale::classic();
+}
+
+std::string FormatInteger(std::ios const& stream, long long value)
+{
+    return FormatByStream(stream, value);
+}
+
+std::string FormatInteger(std::ios const& stream, unsigned long long value)
+{
+    return FormatByStream(stream, value);
+}
+
+std::string FormatInteger(std::ios const& stream, int value)
+{
+    return FormatByStream(stream, value);
+}
+
+std::string FormatInteger(std::ios const& stream, unsigned int value)
+{
+    return FormatByStream(stream, value);
+}
+
+std::string FormatInteger(std::ios const& stream, short value)
+{
+    return FormatByStream(stream, value);
+}
+
+std::string FormatInteger(std::ios const& stream, unsigned short value)
+{
+    return FormatByStream(stream, value);
+}
+
+void ReadInteger(std::istream& stream, long long& value)
+{
+    ReadByHand(stream, value);
+}
+
+void ReadInteger(std::istream& stream, unsigned long long& value)
+{
+    ReadByHand(stream, value);
+}
+
+void ReadInteger(std::istream& stream, int& value)
+{
+    ReadByHand(stream, value);
+}
+
+void ReadInteger(std::istream& stream, unsigned int& value)
+{
+    ReadByHand(stream, value);
+}
+
+void ReadInteger(std::istream& stream, short& value)
+{
+    ReadByHand(stream, value);
+}
+
+void ReadInteger(std::istream& stream, unsigned short& value)
+{
+    ReadByHand(stream, value);
+}
+
+} // namespace Zan::Orv::Core::Service::Internal

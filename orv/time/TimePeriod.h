@@ -1,0 +1,71 @@
+#pragma once
+
+#include "orv/Export.h"
+#include "orv/serialization/ISerializable.h"
+#include "orv/time/Time.h"
+
+#include <iosfwd>
+
+namespace Zan::Orv::Core::Service
+{
+
+class TimeOffset;
+
+/// A half-open interval of time: it holds its begin and excludes its end. The end never lies before the
+/// begin; where it would, it is lifted to it, and the period is empty there.
+class ORV_API TimePeriod : public ISerializable
+{
+public:
+    /// Empty, at `Time::MinTime()`.
+    TimePeriod() = default;
+    TimePeriod(Time const& begin, Time const& end);
+    /// From `begin` to `begin` plus `offset`. \throws what `Time::operator+=` does.
+    TimePeriod(Time const& begin, TimeOffset const& offset);
+    TimePeriod(TimePeriod const&) = default;
+    TimePeriod& operator=(TimePeriod const&) = default;
+    ~TimePeriod() override = default;
+
+    Time Begin() const { return begin_; }
+    Time End() const { return end_; }
+    bool Empty() const { return begin_ == end_; }
+
+    /// In milliseconds.
+    long long Duration() const { return end_ - begin_; }
+    /// The calendar distance from begin to end.
+    TimeOffset Offset() const;
+
+    /// An empty period contains nothing.
+    bool Contains(Time const& time) const;
+    /// An empty `period` is contained when its moment is.
+    bool Contains(TimePeriod const& period) const;
+    /// Periods that only touch do not intersect.
+    bool Intersects(TimePeriod const& period) const;
+
+    /// What both share; for periods that do not overlap, the empty period at the later begin.
+    TimePeriod Intersection(TimePeriod const& period) const;
+    /// The interval of both together when they intersect, otherwise the default period: disjoint periods have
+    /// no single interval.
+    TimePeriod Union(TimePeriod const& period) const;
+    /// Both ends moved by `offset`, each by itself, so that clamping months may change the length.
+    /// \throws what `Time::operator+=` does.
+    TimePeriod Shift(TimeOffset const& offset) const;
+
+    bool operator==(TimePeriod const& other) const;
+    bool operator!=(TimePeriod const& other) const;
+
+    /// The values "begin" and "end". What is read is not checked.
+    void Serialize(Serializer& serializer) override;
+
+private:
+    Time begin_;
+    Time end_;
+};
+
+/// "2000-01-01 00:00:00.000/2000-02-01 00:00:00.000"
+ORV_API std::ostream& operator<<(std::ostream& stream, TimePeriod const& period);
+
+/// Reads that form, with any character between the two. `period` changes only on success.
+/// \throws what reading a `Time` does.
+ORV_API std::istream& operator>>(std::istream& stream, TimePeriod& period);
+
+} // namespace Zan::Orv::Core::Service
