@@ -1,0 +1,60 @@
+# What the scripts share. To be sourced by bash, with the repository's root as working directory afterwards.
+
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/../.."
+
+build_packages=(g++ cmake ninja-build ccache libboost-dev libxerces-c-dev)
+test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev libxml2-utils)
+
+# step <text>: says what happens now.
+step() {
+  printf '\n== %s\n' "$*"
+}
+
+# show_help <file>: prints the comment at the head of a script.
+show_help() {
+  sed -n '2,/^[^#]/{s/^# \{0,1\}//p}' "$1"
+}
+
+# need <package>...: installs what is missing, on Debian and its kin. Elsewhere it names the packages and stops.
+need() {
+  local missing=() package
+  if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+    if [ -n "${ORV_SKIP_INSTALL:-}" ]; then
+      return
+    fi
+    printf 'This system has no apt-get. Install what these Debian packages hold, set ORV_SKIP_INSTALL=1 and call again:\n'
+    printf '  %s\n' "$@"
+    exit 1
+  fi
+  for package in "$@"; do
+    if [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)" != installed ]; then
+      missing+=("$package")
+    fi
+  done
+  if [ ${#missing[@]} -eq 0 ]; then
+    return
+  fi
+
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    as_root=(sudo)
+  fi
+  step "Installing ${missing[*]}"
+  "${as_root[@]}" apt-get update -qq
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" \
+    >/dev/null
+}
+
+# configure_and_build <preset> <target>...: makes the targets of a preset.
+configure_and_build() {
+  local preset=$1
+  shift
+  if command -v ccache >/dev/null; then
+    export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+  fi
+  step "Configuring build/$preset"
+  cmake --preset "$preset" --log-level=WARNING >/dev/null
+  step "Building build/$preset"
+  cmake --build --preset "$preset" --target "$@"
+}
