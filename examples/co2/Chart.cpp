@@ -2,8 +2,7 @@
 
 #include <ostream>
 
-namespace
-{
+namespace {
 
 constexpr double left = 70, right = 930, top = 90, bottom = 500;
 constexpr int firstYear = 1958, lastYear = 2002, lowest = 310, highest = 375;
@@ -26,7 +25,8 @@ void DrawAxes(std::ostream& svg)
         svg << "<line x1='" << left << "' x2='" << right << "' y1='" << Y(value) << "' y2='" << Y(value)
             << "' stroke='#e3e7eb'/><text x='" << left - 10 << "' y='" << Y(value) + 4
             << "' text-anchor='end'>" << value << "</text>\n";
-    for (int year = 1960; year <= lastYear; year += 5) {
+    for (int year = 1960; year <= lastYear; year += 5)
+    {
         double const x = X(Orv::Time(year, 1, 1, 0, 0, 0, 0));
         svg << "<line x1='" << x << "' x2='" << x << "' y1='" << bottom << "' y2='" << bottom + 6
             << "' stroke='#7a8793'/><text x='" << x << "' y='" << bottom + 22 << "' text-anchor='middle'>"
@@ -53,14 +53,16 @@ void DrawChart(std::ostream& svg, Study const& study)
     // Lines break where the record does.
     svg << "<path fill='none' stroke='#5b9bd5' stroke-width='1.1' d='";
     bool drawing = false;
-    for (Week const& week : study.weeks) {
+    for (Week const& week : study.weeks)
+    {
         bool const hasValue = !Orv::IsNullValue(week.value);
         if (hasValue)
             svg << (drawing ? 'L' : 'M') << X(week.end) << ' ' << Y(week.value);
         drawing = hasValue;
     }
     svg << "'/>\n<polyline fill='none' stroke='#c0392b' stroke-width='2' points='";
-    for (Year const& year : study.years) {
+    for (Year const& year : study.years)
+    {
         Orv::Time middle = year.period.Begin();
         middle += year.period.Duration() / 2;
         svg << X(middle) << ',' << Y(year.point) << ' ';

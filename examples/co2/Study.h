@@ -11,7 +11,8 @@
 namespace Orv = Zan::Orv::Core::Service;
 
 /// One week of the record.
-struct Week : Orv::ISerializable {
+struct Week : Orv::ISerializable
+{
     Orv::Time end;
     double value = Orv::NullValue; // parts per million, null where there is none
 
@@ -23,7 +24,8 @@ struct Week : Orv::ISerializable {
 };
 
 /// One year of the table.
-struct Year : Orv::ISerializable {
+struct Year : Orv::ISerializable
+{
     Orv::TimePeriod period;
     double coverage = 0; // the share of the year for which a value holds
     double forward = Orv::NullValue;
@@ -43,7 +45,8 @@ struct Year : Orv::ISerializable {
 };
 
 /// The record and what was found in it.
-struct Study : Orv::ISerializable {
+struct Study : Orv::ISerializable
+{
     std::vector<Week> weeks;
     std::vector<Year> years;
     double rise = Orv::NullValue;

@@ -29,8 +29,7 @@ using namespace Zan::Orv::Core::Service;
 using Sample = TimeAverager::TimeSampleStyle;
 using Average = TimeAverager::TimeAverageStyle;
 
-namespace
-{
+namespace {
 
 // One line is a day as yyyymmdd, a comma, and a number or nothing.
 Week ReadWeek(std::string const& line)
@@ -54,12 +53,16 @@ std::vector<Week> ReadRecord(std::string const& path)
         throw std::runtime_error("Cannot read '" + path + "'.");
 
     std::vector<Week> weeks;
-    for (int number = 2; std::getline(file, line); ++number) {
-        try {
+    for (int number = 2; std::getline(file, line); ++number)
+    {
+        try
+        {
             weeks.push_back(ReadWeek(line));
             if (IsNullValue(weeks.back().value))
                 Log::LogWF("line %d: no value for the week of %s", number, line.substr(0, 8).c_str());
-        } catch (std::exception const& e) {
+        }
+        catch (std::exception const& e)
+        {
             Log::LogEF("line %d left out: '%s': %s", number, line.c_str(), e.what());
         }
     }
@@ -80,7 +83,8 @@ Study Evaluate(std::vector<Week> const& weeks)
 {
     TimeAverager series;
     TimeAverager coverage;
-    for (Week const& week : weeks) {
+    for (Week const& week : weeks)
+    {
         series.addSamplePoint(week.end, week.value);
         coverage.addSamplePoint(week.end, IsNullValue(week.value) ? NullValue : 1.0);
     }
@@ -89,7 +93,8 @@ Study Evaluate(std::vector<Week> const& weeks)
     study.weeks = weeks;
     TimeOffset const oneYear(1, 0, 0, 0, 0, 0, 0);
     TimePeriod period(Time(1959, 1, 1, 0, 0, 0, 0), oneYear); // the first whole year
-    for (; period.Begin() < weeks.back().end; period = period.Shift(oneYear)) {
+    for (; period.Begin() < weeks.back().end; period = period.Shift(oneYear))
+    {
         Time middle = period.Begin();
         middle += TimeOffset(0, 6, 0, 0, 0, 0, 0);
 
@@ -106,7 +111,8 @@ Study Evaluate(std::vector<Week> const& weeks)
     // The rise over the record, as the increase of a total: gaps would break it, so it is taken between the
     // values.
     TimeAverager values;
-    for (Week const& week : weeks) {
+    for (Week const& week : weeks)
+    {
         if (!IsNullValue(week.value))
             values.addSamplePoint(week.end, week.value);
     }
@@ -138,13 +144,15 @@ void PrintTable(Study const& study)
 // differently, and half a part per million holds all of that.
 bool AgreesWithPublished(Study const& study)
 {
-    struct {
+    struct
+    {
         int year;
         double mean;
     } const published[] = {{1960, 316.91}, {1970, 325.68}, {1980, 338.76}, {1990, 354.45}, {2000, 369.71}};
 
     bool agrees = true;
-    for (auto const& [year, mean] : published) {
+    for (auto const& [year, mean] : published)
+    {
         double const ours = study.years.at(static_cast<std::size_t>(year - 1959)).point;
         std::cout << year << ": published " << Shown(mean) << ", found " << Shown(ours) << '\n';
         agrees = agrees && std::abs(ours - mean) < 0.5;
@@ -183,12 +191,14 @@ bool ComesBackEqual(Study& study, std::string const& path, Root const&... root)
 
 int main(int argc, char** argv)
 {
-    if (argc != 3) {
+    if (argc != 3)
+    {
         std::cerr << "Usage: co2 <record.csv> <folder for the results>\n";
         return 2;
     }
     CErrLogService::Start();
-    try {
+    try
+    {
         std::string const folder = std::string(argv[2]) + '/';
         Study study = Evaluate(ReadRecord(argv[1]));
         PrintTable(study);
@@ -202,7 +212,9 @@ int main(int argc, char** argv)
         DrawChart(picture, study);
         std::cout << "Picture: " << folder << "co2.svg\n";
         return good ? 0 : 1;
-    } catch (std::exception const& e) {
+    }
+    catch (std::exception const& e)
+    {
         Log::LogE(e.what());
         return 1;
     }

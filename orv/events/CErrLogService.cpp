@@ -6,11 +6,9 @@
 #include <iostream>
 #include <utility>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
-namespace
-{
+namespace {
 
 // Never destroyed by the process: its thread's log is gone by then. Only Start and Stop touch it.
 CErrLogService* instance = nullptr;

@@ -2,8 +2,7 @@
 
 #include "orv/Export.h"
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 class LogMessageArgs;
 

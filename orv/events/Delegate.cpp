@@ -2,8 +2,7 @@
 
 #include <memory>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 DelegateArgs::~DelegateArgs() = default;
 
@@ -32,11 +31,13 @@ void DelegateBase::RemoveDelegateHandler(IDelegateHandler* handler)
 
 bool DelegateBase::FindHandler(IDelegateHandler* handler, bool remove)
 {
-    for (auto it = handlers_.begin(); it != handlers_.end(); ++it) {
+    for (auto it = handlers_.begin(); it != handlers_.end(); ++it)
+    {
         IDelegateHandler* const stored = *it;
         if (stored == nullptr || !stored->Equals(handler))
             continue;
-        if (remove) {
+        if (remove)
+        {
             // Out of the list first: the handler's destructor may come back to this delegate.
             handlers_.erase(it);
             delete stored;

@@ -24,8 +24,7 @@
 /// There is no token: a subscription is known by being equal, the same object and the same member function. A
 /// delegate belongs to one thread at a time; nothing here is locked.
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// Base of all event arguments. Handlers narrow it to the class that they know.
 class ORV_API DelegateArgs
@@ -71,7 +70,11 @@ public:
 
     MemberFuncPtrDelegateHandler(C* target, Function function) : target_(target), function_(function) {}
 
-    void Invoke(DelegateArgs* args) override { (target_->*function_)(Narrow(args)); }
+    void Invoke(DelegateArgs* args) override
+    {
+        T* const narrowed = Narrow(args);
+        (target_->*function_)(narrowed);
+    }
 
     bool Equals(IDelegateHandler* other) override
     {
@@ -125,18 +128,19 @@ private:
     std::list<IDelegateHandler*> handlers_;
 };
 
-namespace Detail
-{
+namespace Detail {
 
 template<class T, class = void>
-struct IsPlainArgs : std::false_type {
+struct IsPlainArgs : std::false_type
+{
 };
 
 /// True for argument classes that a `static_cast` reaches, which it does unless the base is virtual or
 /// ambiguous.
 template<class T>
 struct IsPlainArgs<T, std::void_t<decltype(static_cast<T*>(static_cast<DelegateArgs*>(nullptr)))>>
-    : std::is_base_of<DelegateArgs, T> {
+    : std::is_base_of<DelegateArgs, T>
+{
 };
 
 } // namespace Detail
@@ -144,10 +148,11 @@ struct IsPlainArgs<T, std::void_t<decltype(static_cast<T*>(static_cast<DelegateA
 template<class C, class T>
 T* MemberFuncPtrDelegateHandler<C, T>::Narrow(DelegateArgs* args)
 {
-    // Nearly always the arguments are of the very class that the handler names. Asking for that first costs a
-    // comparison, where the cast searches the class tree.
-    if constexpr (Detail::IsPlainArgs<T>::value) {
-        if (args != nullptr && typeid(*args) == typeid(T))
+    // Nearly always the arguments are of the very class that the handler names. Asking for that first costs
+    // one comparison, where the cast searches the class tree; a false "no" only leaves it to the cast.
+    if constexpr (Detail::IsPlainArgs<T>::value)
+    {
+        if (args != nullptr && &typeid(*args) == &typeid(T))
             return static_cast<T*>(args);
     }
     return dynamic_cast<T*>(args);

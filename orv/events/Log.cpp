@@ -4,17 +4,17 @@
 
 #include <array>
 #include <cstdarg>
+#include <thread>
 #include <utility>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 LogMessageArgs::~LogMessageArgs() = default;
 
-namespace
-{
+namespace {
 
-struct ThreadState {
+struct ThreadState
+{
     DelegateBase delegate;
     bool enabled = true;
     std::array<char, 10000> format{};
@@ -24,7 +24,8 @@ struct ThreadState {
 // one load and one test.
 thread_local constinit ThreadState* threadState = nullptr;
 
-struct Reclaimer {
+struct Reclaimer
+{
     ~Reclaimer() { delete std::exchange(threadState, nullptr); }
     void Arm() {}
 };
@@ -33,9 +34,14 @@ struct Reclaimer {
 // thread-local object, gets a fresh state, which is then left to the process.
 thread_local Reclaimer reclaimer;
 
+// The thread that loads the library keeps its state to the end of the process: static objects log in their
+// destructors, which run when that thread's own objects are gone.
+std::thread::id const loadingThread = std::this_thread::get_id();
+
 ThreadState& CreateState()
 {
-    reclaimer.Arm();
+    if (std::this_thread::get_id() != loadingThread)
+        reclaimer.Arm();
     threadState = new ThreadState;
     return *threadState;
 }
@@ -45,11 +51,12 @@ ThreadState& State()
     return threadState != nullptr ? *threadState : CreateState();
 }
 
-void SendFormatted(MessageSeverity severity, char const* format, std::va_list arguments)
+// The line stands in the thread's buffer until the next one.
+char const* Format(char const* format, std::va_list arguments)
 {
     auto& buffer = State().format;
     Platform::FormatBounded(buffer.data(), buffer.size(), format, arguments);
-    Log::SendLogMessage(buffer.data(), severity);
+    return buffer.data();
 }
 
 } // namespace
@@ -73,24 +80,27 @@ void Log::LogEF(char const* format, ...)
 {
     std::va_list arguments;
     va_start(arguments, format);
-    SendFormatted(MessageSeverity::Error, format, arguments);
+    char const* const line = Format(format, arguments);
     va_end(arguments);
+    SendLogMessage(line, MessageSeverity::Error);
 }
 
 void Log::LogWF(char const* format, ...)
 {
     std::va_list arguments;
     va_start(arguments, format);
-    SendFormatted(MessageSeverity::Warning, format, arguments);
+    char const* const line = Format(format, arguments);
     va_end(arguments);
+    SendLogMessage(line, MessageSeverity::Warning);
 }
 
 void Log::LogIF(char const* format, ...)
 {
     std::va_list arguments;
     va_start(arguments, format);
-    SendFormatted(MessageSeverity::Info, format, arguments);
+    char const* const line = Format(format, arguments);
     va_end(arguments);
+    SendLogMessage(line, MessageSeverity::Info);
 }
 
 void Log::SendLogMessage(char const* message, MessageSeverity severity)

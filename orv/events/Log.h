@@ -15,11 +15,16 @@
 /// All state is the thread's own: its handlers, its enabled flag, its format buffer. A handler sees the
 /// messages of the thread that subscribed it and no others, and no call takes a lock.
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// How grave a message is.
-enum class MessageSeverity : std::int32_t { Plain = 0, Info = 1, Warning = 2, Error = 3 };
+enum class MessageSeverity : std::int32_t
+{
+    Plain = 0,
+    Info = 1,
+    Warning = 2,
+    Error = 3
+};
 
 /// The event that a message becomes.
 class ORV_API LogMessageArgs : public DelegateArgs

@@ -2,8 +2,7 @@
 
 #include "orv/events/Log.h"
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 LogEnabler::LogEnabler(bool enable) : previous_(Log::isEnabled())
 {

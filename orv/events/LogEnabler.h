@@ -2,8 +2,7 @@
 
 #include "orv/Export.h"
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// Switches the calling thread's log on or off for a scope and then restores what it found.
 ///

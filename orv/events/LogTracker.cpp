@@ -1,7 +1,6 @@
 #include "orv/events/LogTracker.h"
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 LogTracker::LogTracker(int maxMessages) : maxMessages_(maxMessages)
 {
@@ -10,8 +9,7 @@ LogTracker::LogTracker(int maxMessages) : maxMessages_(maxMessages)
 
 // Not defaulted in the header, to say that the missing subscription is meant.
 LogTracker::LogTracker(LogTracker const& other) : maxMessages_(other.maxMessages_), messages_(other.messages_)
-{
-}
+{}
 
 LogTracker::~LogTracker()
 {

@@ -5,8 +5,7 @@
 
 #include <list>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// Keeps the most recent messages of the calling thread in memory, for a report after the fact.
 ///

@@ -5,8 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 void AssertFailure(char const* message, char const* location)
 {

@@ -2,8 +2,7 @@
 
 #include "orv/Export.h"
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// Reports a failed assertion and does not return: sends "ASSERTION FAILURE: message (location)" to the
 /// calling thread's log as an error and throws `std::runtime_error` with the same text. Either argument may

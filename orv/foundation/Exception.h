@@ -9,8 +9,7 @@
 /// text and nothing else; `what` returns the text that the constructor received. Moving one copies it, so
 /// that no object is ever left without its words.
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// Common root. Never thrown by itself.
 class ORV_API Exception : public std::runtime_error

@@ -5,23 +5,24 @@
 #include <cstdint>
 #include <limits>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
-namespace
-{
+namespace {
 
 // The type whose range a type has in this library: the same one, but for these two on some hosts.
 template<class T>
-struct RangeOf {
+struct RangeOf
+{
     using type = T;
 };
 template<>
-struct RangeOf<char> {
+struct RangeOf<char>
+{
     using type = signed char;
 };
 template<>
-struct RangeOf<long int> {
+struct RangeOf<long int>
+{
     using type = std::int32_t;
 };
 
@@ -52,13 +53,15 @@ bool EqualWithin(T a, T b, T relTol, T absTol)
 
     T x = sizeA;
     T y = sizeB;
-    if (smaller > smallestNormal) {
+    if (smaller > smallestNormal)
+    {
         // Keeps the divisions from overflowing.
         if (std::abs(std::log(sizeA) - std::log(sizeB)) > logMax)
             return false;
         x = a / smaller;
         y = b / smaller;
-    } else if (larger > absTol)
+    }
+    else if (larger > absTol)
         return false;
     return std::abs(x - y) <= relTol;
 }

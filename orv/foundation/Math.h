@@ -2,8 +2,7 @@
 
 #include "orv/Export.h"
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// Near equality of floating-point numbers, limits of the number types, and the width of an integer as text.
 ///
@@ -15,7 +14,8 @@ public:
     /// The range of a type. `Min` of a floating type is the most negative value and not the smallest positive
     /// one; `long int` has 32 bits here on every host, as in the documents that are stored.
     template<class T>
-    struct Limits {
+    struct Limits
+    {
         static T Min();
         static T Max();
     };

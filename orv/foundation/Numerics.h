@@ -10,15 +10,13 @@
 /// Missing values, classification, and the exact text of a double (IEEE 754 binary64). Every function is safe
 /// on any thread.
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// Marks a missing number: the quiet NaN 0x7FF8000000000000. It equals nothing, itself included; ask
 /// `IsNullValue`.
 inline constexpr double NullValue = std::numeric_limits<double>::quiet_NaN();
 
-namespace Detail
-{
+namespace Detail {
 
 // Classification looks at bits: callers compile with options under which `x != x` is folded to false.
 inline std::uint64_t MagnitudeBits(double value)

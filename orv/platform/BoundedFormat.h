@@ -3,8 +3,7 @@
 #include <cstdarg>
 #include <cstddef>
 
-namespace Zan::Orv::Core::Service::Platform
-{
+namespace Zan::Orv::Core::Service::Platform {
 
 /// Formats into `buffer`. A text that does not fit with its terminator is an error of the program and takes
 /// the C runtime's way out for one, which by default ends the process; it is never cut.

@@ -5,11 +5,9 @@
 
 #include <stdexcept>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
-namespace
-{
+namespace {
 
 // Some run times put the word in front by themselves; the message has it on every host.
 std::string EnumTypeName(std::type_info const& type)

@@ -8,12 +8,10 @@
 #include <string>
 #include <typeinfo>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// The part of `EnumWrapper` that does not depend on the enumeration.
-namespace EnumWrapperPrivate
-{
+namespace EnumWrapperPrivate {
 
 ORV_API bool IsReading(Serializer& serializer);
 ORV_API void Serialize(Serializer& serializer, std::string& text);
@@ -105,11 +103,14 @@ public:
     /// \throws std::runtime_error for a value without a name and for a text that names no value.
     void Serialize(Serializer& serializer) override
     {
-        if (EnumWrapperPrivate::IsReading(serializer)) {
+        if (EnumWrapperPrivate::IsReading(serializer))
+        {
             std::string text;
             EnumWrapperPrivate::Serialize(serializer, text);
             Set(Converter::FromString(text));
-        } else {
+        }
+        else
+        {
             std::string text = Converter::ToString(Get());
             EnumWrapperPrivate::Serialize(serializer, text);
         }

@@ -8,13 +8,14 @@
 #include <unordered_map>
 #include <utility>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 // Types are looked up by identity: their readable names, which a host takes long to compose, are for
 // messages.
-struct Factory::Tables {
-    struct Class {
+struct Factory::Tables
+{
+    struct Class
+    {
         Creator create;
         std::type_index type;
         std::string typeName;
@@ -25,8 +26,7 @@ struct Factory::Tables {
 };
 
 Factory::Factory() : tables_(std::make_unique<Tables>())
-{
-}
+{}
 
 Factory::~Factory() = default;
 
@@ -55,9 +55,12 @@ void Factory::Register(std::string className, Creator create, std::type_info con
 
     // The first of the two is taken back when the second fails: the tables mirror each other at any time.
     auto const added = classNames.emplace(type, className);
-    try {
+    try
+    {
         classes.insert_or_assign(className, Tables::Class{create, type, Platform::TypeName(type)});
-    } catch (...) {
+    }
+    catch (...)
+    {
         if (added.second)
             classNames.erase(added.first);
         throw;

@@ -6,8 +6,7 @@
 #include <string>
 #include <typeinfo>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 class ISerializable;
 

@@ -1,7 +1,6 @@
 #include "orv/serialization/ISerializerImpl.h"
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 ISerializerImpl::~ISerializerImpl() = default;
 

@@ -5,19 +5,17 @@
 #include <cstddef>
 #include <string>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// A back end: the form in which a document is stored. It either reads or writes, never both.
 ///
 /// - `tag` is the field's name, kept alive by the caller for the call. Pass literals: the XML reader
-/// recognises a tag
-///   by its address.
+///   recognises a tag by its address.
 /// - `index` is the position among siblings of the same tag, 0 for a plain field.
 /// - `value`, `count`, `className` and `id` are input for a writer and output for a reader.
 /// - `className` is the factory name of an object, empty for a value and for a reference to an object before.
 /// - `id` is an object's identity, from 1 up; 0 stands for the null pointer and -1 for a value without
-/// identity.
+///   identity.
 class ORV_API ISerializerImpl
 {
 public:

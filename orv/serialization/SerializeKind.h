@@ -10,13 +10,13 @@
 /// How `Serializer::Serialize` sees a type. Containers are known by their interface and not by their name: no
 /// container header is included here, and a caller's own flat map or small vector works as the standard's do.
 
-namespace Zan::Orv::Core::Service::Detail
-{
+namespace Zan::Orv::Core::Service::Detail {
 
 /// The tag of every element of every array.
 inline constexpr char ElementTag[] = "item";
 
-enum class SerializeKind {
+enum class SerializeKind
+{
     None,
     Direct,
     Scalar,
@@ -30,55 +30,67 @@ enum class SerializeKind {
 };
 
 template<class T, class = void>
-struct IsPair : std::false_type {
+struct IsPair : std::false_type
+{
 };
 template<class T>
-struct IsPair<T, std::void_t<typename T::first_type, typename T::second_type>> : std::true_type {
+struct IsPair<T, std::void_t<typename T::first_type, typename T::second_type>> : std::true_type
+{
 };
 
 template<class T, class = void>
-struct IsOptional : std::false_type {
+struct IsOptional : std::false_type
+{
 };
 template<class T>
 struct IsOptional<T,
                   std::void_t<decltype(std::declval<T&>().has_value()),
                               decltype(std::declval<T&>().emplace()), decltype(std::declval<T&>().reset())>>
-    : std::true_type {
+    : std::true_type
+{
 };
 
 template<class T, class = void>
-struct IsFixedArray : std::false_type {
+struct IsFixedArray : std::false_type
+{
 };
 template<class T>
 struct IsFixedArray<T, std::void_t<typename T::value_type, decltype(std::tuple_size<T>::value),
-                                   decltype(std::declval<T&>()[0])>> : std::true_type {
+                                   decltype(std::declval<T&>()[0])>> : std::true_type
+{
 };
 
 template<class T, class = void>
-struct IsSequence : std::false_type {
+struct IsSequence : std::false_type
+{
 };
 template<class T>
 struct IsSequence<
     T, std::void_t<typename T::value_type, decltype(std::declval<T&>().clear()),
                    decltype(std::declval<T&>().emplace_back()), decltype(std::declval<T&>().back())>>
-    : std::true_type {
+    : std::true_type
+{
 };
 
 template<class T, class = void>
-struct IsAssociative : std::false_type {
+struct IsAssociative : std::false_type
+{
 };
 template<class T>
 struct IsAssociative<T,
                      std::void_t<typename T::key_type, typename T::value_type,
                                  decltype(std::declval<T&>().clear()), decltype(std::declval<T&>().size())>>
-    : std::true_type {
+    : std::true_type
+{
 };
 
 template<class T>
-struct IsSharedPointer : std::false_type {
+struct IsSharedPointer : std::false_type
+{
 };
 template<class T>
-struct IsSharedPointer<std::shared_ptr<T>> : std::is_base_of<ISerializable, T> {
+struct IsSharedPointer<std::shared_ptr<T>> : std::is_base_of<ISerializable, T>
+{
 };
 
 template<class T, class... Types>
@@ -119,11 +131,13 @@ using StoredType =
                        std::conditional_t<std::is_same_v<T, long>, long long, unsigned long long>>;
 
 template<class T>
-struct ElementOf {
+struct ElementOf
+{
     using type = T;
 };
 template<class First, class Second>
-struct ElementOf<std::pair<First const, Second>> {
+struct ElementOf<std::pair<First const, Second>>
+{
     using type = std::pair<First, Second>;
 };
 

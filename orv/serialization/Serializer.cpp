@@ -5,18 +5,14 @@
 #include "orv/platform/TypeName.h"
 #include "orv/serialization/Factory.h"
 #include "orv/serialization/ISerializerImpl.h"
+#include "orv/serialization/internal/IdentityTables.h"
 
 #include <typeinfo>
-#include <unordered_map>
+#include <vector>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
-namespace
-{
-
-// Below this depth no stack is short, and most documents never look.
-constexpr std::size_t carefreeDepth = 32;
+namespace {
 
 SerializeException ReadFailure(char const* tag, std::string const& why)
 {
@@ -32,12 +28,14 @@ SerializeException WrongType(char const* tag, ISerializable const& object)
 } // namespace
 
 // Made at the first pointer: most documents hold none.
-struct Serializer::Tables {
-    std::unordered_map<int, ISerializable*> objectsById;
-    std::unordered_map<ISerializable*, int> idsByObject;
-    // The shared tables hold their objects, so that no address is used twice while the document lasts.
-    std::unordered_map<int, std::shared_ptr<ISerializable>> sharedObjectsById;
-    std::unordered_map<std::shared_ptr<ISerializable>, int> idsBySharedObject;
+struct Serializer::Tables
+{
+    Internal::ObjectTable<ISerializable*> objectsById;
+    Internal::IdentityTable idsByObject;
+    Internal::ObjectTable<std::shared_ptr<ISerializable>> sharedObjectsById;
+    Internal::IdentityTable idsBySharedObject;
+    // Shared objects that were written live on, so that no address is used twice while the document lasts.
+    std::vector<std::shared_ptr<ISerializable>> writtenObjects;
     int nextId = 1;
 };
 
@@ -47,7 +45,7 @@ class Serializer::Nesting
 public:
     Nesting(Serializer& serializer, char const* tag) : depth_(serializer.depth_)
     {
-        if (depth_ >= carefreeDepth && Platform::StackIsLow())
+        if (Platform::StackIsLow())
             throw SerializeException(std::string("Failed to serialize object with tag '") + tag +
                                      "': Objects are nested " + std::to_string(depth_) +
                                      " deep, which is as deep as the stack allows.");
@@ -64,8 +62,7 @@ private:
 Serializer::Serializer(ISerializerImpl& impl)
     : impl_(impl), reading_(impl.IsReading()),
       exhaustible_(reading_ ? dynamic_cast<IExhaustible const*>(&impl) : nullptr)
-{
-}
+{}
 
 Serializer::~Serializer() = default;
 
@@ -148,36 +145,36 @@ void Serializer::SerializeImpl(ISerializable& value, char const* tag, std::size_
 
 void Serializer::WriteObject(ISerializable* object, char const* tag, std::size_t index)
 {
-    Write(GetTables().idsByObject, object, tag, index);
+    Tables& tables = GetTables();
+    Write(tables.idsByObject, object, tag, index, [] {});
 }
 
 void Serializer::WriteObject(std::shared_ptr<ISerializable> const& object, char const* tag, std::size_t index)
 {
-    Write(GetTables().idsBySharedObject, object, tag, index);
+    Tables& tables = GetTables();
+    Write(tables.idsBySharedObject, object.get(), tag, index,
+          [&] { tables.writtenObjects.push_back(object); });
 }
 
-template<class Ids, class Pointer>
-void Serializer::Write(Ids& ids, Pointer const& object, char const* tag, std::size_t index)
+template<class Ids, class Keep>
+void Serializer::Write(Ids& ids, ISerializable* object, char const* tag, std::size_t index, Keep keep)
 {
     std::string className;
-    int id = 0;
-    bool firstSight = false;
-    if (object != nullptr) {
-        auto const known = ids.find(object);
-        firstSight = known == ids.end();
-        if (firstSight) {
-            ISerializable const& whole = *object;
-            className = Factory::GetFactory().GetClassName(typeid(whole));
-            // Entered before its fields are written: a cycle ends in a reference.
-            id = tables_->nextId;
-            ids.emplace(object, id);
-            ++tables_->nextId;
-        } else
-            id = known->second;
+    int id = object != nullptr ? ids.Find(object) : 0;
+    bool const firstSight = object != nullptr && id == 0;
+    if (firstSight)
+    {
+        className = Factory::GetFactory().GetClassName(typeid(*object));
+        // Entered before its fields are written: a cycle ends in a reference.
+        keep();
+        id = tables_->nextId;
+        ids.Add(object, id);
+        ++tables_->nextId;
     }
 
     impl_.StartObject(tag, index, className, id);
-    if (firstSight) {
+    if (firstSight)
+    {
         Nesting const nesting(*this, tag);
         object->Serialize(*this);
     }
@@ -196,35 +193,38 @@ void Serializer::ReadObject(void* pointer, AssignShared assign, char const* tag,
     Read(GetTables().sharedObjectsById, pointer, assign, dispose, tag, index);
 }
 
-template<class Objects, class Assign, class Dispose>
-void Serializer::Read(Objects& objects, void* pointer, Assign assign, Dispose dispose, char const* tag,
-                      std::size_t index)
+template<class Pointer, class Assign, class Dispose>
+void Serializer::Read(Internal::ObjectTable<Pointer>& objects, void* pointer, Assign assign, Dispose dispose,
+                      char const* tag, std::size_t index)
 {
-    using Pointer = typename Objects::mapped_type;
-
     std::string className;
     int id = 0;
     impl_.StartObject(tag, index, className, id);
-    if (!className.empty()) {
+    if (!className.empty())
+    {
         Nesting const nesting(*this, tag);
         Pointer const object(Factory::GetFactory().Construct(className));
         if (object == nullptr)
             throw ReadFailure(tag, "The creator of class '" + className + "' made no object.");
-        if (!assign(pointer, object)) {
+        if (!assign(pointer, object))
+        {
             SerializeException const failure = WrongType(tag, *object);
             dispose(object);
             throw failure;
         }
         // Known before its fields are read: they may refer back to it.
-        objects.insert_or_assign(id, object);
+        objects.Set(id, object);
         object->Serialize(*this);
-    } else if (id != 0) {
-        auto const known = objects.find(id);
-        if (known == objects.end())
+    }
+    else if (id != 0)
+    {
+        Pointer const known = objects.Find(id);
+        if (known == nullptr)
             throw ReadFailure(tag, "Referenced object with id '" + std::to_string(id) + "' does not exist.");
-        if (!assign(pointer, known->second))
-            throw WrongType(tag, *known->second);
-    } else
+        if (!assign(pointer, known))
+            throw WrongType(tag, *known);
+    }
+    else
         assign(pointer, Pointer());
     impl_.EndObject(tag);
 }

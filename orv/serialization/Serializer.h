@@ -9,8 +9,12 @@
 #include <string>
 #include <utility>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
+
+namespace Internal {
+template<class Pointer>
+class ObjectTable;
+}
 
 class IExhaustible;
 class ISerializerImpl;
@@ -52,19 +56,17 @@ public:
     /// Reads or writes one field. `T` may be
     ///
     /// - `bool`, a character or integer type, `float`, `double`, `std::string`. `long` is stored as `long
-    /// long`, so
-    ///   that documents are the same on every host;
+    ///   long`, so that documents are the same on every host;
     /// - a class derived from `ISerializable`, as a value;
     /// - a raw or shared pointer to such a class. A stored class that is not one of the pointer's is a
-    /// failure;
+    ///   failure;
     /// - a container of these, nested at will: `std::vector`, `list`, `deque`, `array`, `set`, `map`, `pair`,
     ///   `optional`, and others with their interface. Reading replaces its contents;
     /// - an enumeration by way of `EnumWrapper`.
     ///
     /// `index` tells siblings with the same tag apart.
     /// \throws SerializeException for an unknown class or identity, a stored class of the wrong type, an
-    /// array of
-    ///     the wrong length, a graph too deep for the stack, or what the back end finds wrong.
+    ///     array of the wrong length, a graph too deep for the stack, or what the back end finds wrong.
     template<class T>
     void Serialize(T& value, char const* tag, std::size_t index = 0);
 
@@ -96,11 +98,11 @@ private:
     void ReadObject(void* pointer, AssignRaw assign, char const* tag, std::size_t index);
     void ReadObject(void* pointer, AssignShared assign, char const* tag, std::size_t index);
 
-    template<class Ids, class Pointer>
-    void Write(Ids& ids, Pointer const& object, char const* tag, std::size_t index);
-    template<class Objects, class Assign, class Dispose>
-    void Read(Objects& objects, void* pointer, Assign assign, Dispose dispose, char const* tag,
-              std::size_t index);
+    template<class Ids, class Keep>
+    void Write(Ids& ids, ISerializable* object, char const* tag, std::size_t index, Keep keep);
+    template<class Pointer, class Assign, class Dispose>
+    void Read(Internal::ObjectTable<Pointer>& objects, void* pointer, Assign assign, Dispose dispose,
+              char const* tag, std::size_t index);
 
     void StartArray(char const* tag, std::size_t index, std::size_t& count);
     void EndArray(char const* tag);
@@ -149,7 +151,8 @@ void Serializer::Serialize(T& value, char const* tag, std::size_t index)
         SerializePair(value, tag, index);
     else if constexpr (kind == SerializeKind::Optional)
         SerializeOptional(value, tag, index);
-    else {
+    else
+    {
         static_assert(kind != SerializeKind::None,
                       "This type can not be serialized: derive it from ISerializable, or wrap an enumeration "
                       "into EnumWrapper.");
@@ -212,11 +215,15 @@ void Serializer::WriteElements(T& elements, char const* tag, std::size_t index)
     std::size_t count = elements.size();
     StartArray(tag, index, count);
     std::size_t position = 0;
-    for (auto&& element : elements) {
-        if constexpr (std::is_same_v<typename T::value_type, bool>) {
+    for (auto&& element : elements)
+    {
+        if constexpr (std::is_same_v<typename T::value_type, bool>)
+        {
             bool value = element;
             Serialize(value, Detail::ElementTag, position++);
-        } else {
+        }
+        else
+        {
             // Keys are constant; writing changes nothing.
             using Element = std::remove_const_t<std::remove_reference_t<decltype(element)>>;
             Serialize(const_cast<Element&>(element), Detail::ElementTag, position++);
@@ -235,25 +242,34 @@ void Serializer::ReadElements(T& elements, char const* tag, std::size_t index)
 
     std::size_t count = 0;
     StartArray(tag, index, count);
-    if constexpr (kind == SerializeKind::FixedArray) {
+    if constexpr (kind == SerializeKind::FixedArray)
+    {
         // A field that a document lacks reads as an empty array and leaves its target alone.
         if (count != 0 && count != elements.size())
             ThrowWrongLength(tag, elements.size(), count);
-    } else
+    }
+    else
         elements.clear();
 
-    for (std::size_t position = 0; position < count; ++position) {
+    for (std::size_t position = 0; position < count; ++position)
+    {
         if constexpr (kind == SerializeKind::FixedArray)
             Serialize(elements[position], Detail::ElementTag, position);
-        else if constexpr (kind == SerializeKind::Sequence && !std::is_same_v<typename T::value_type, bool>) {
+        else if constexpr (kind == SerializeKind::Sequence && !std::is_same_v<typename T::value_type, bool>)
+        {
             elements.emplace_back();
             Serialize(elements.back(), Detail::ElementTag, position);
-        } else {
+        }
+        else
+        {
             Detail::ElementType<T> element{};
             // An object that was read before a failure stays with the container too.
-            try {
+            try
+            {
                 Serialize(element, Detail::ElementTag, position);
-            } catch (...) {
+            }
+            catch (...)
+            {
                 elements.insert(elements.end(), std::move(element));
                 throw;
             }
@@ -271,7 +287,8 @@ void Serializer::SerializePair(T& pair, char const* tag, std::size_t index)
     StartArray(tag, index, count);
     if (count != 0 && count != 2)
         ThrowWrongLength(tag, 2, count);
-    if (count == 2) {
+    if (count == 2)
+    {
         // The key of a map's element is constant; it is only written then.
         using First = std::remove_const_t<typename T::first_type>;
         Serialize(const_cast<First&>(pair.first), Detail::ElementTag, 0);
@@ -287,7 +304,8 @@ void Serializer::SerializeOptional(T& optional, char const* tag, std::size_t ind
     StartArray(tag, index, count);
     if (count > 1)
         ThrowWrongLength(tag, 1, count);
-    if (reading_) {
+    if (reading_)
+    {
         optional.reset();
         if (count == 1)
             optional.emplace();

@@ -5,16 +5,9 @@
 
 #include <istream>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
-namespace
-{
-
-void SkipLine(std::istream& stream)
-{
-    stream.ignore(512, '\n');
-}
+namespace {
 
 // Undoes the writer's escapes in place. A backslash at the end is dropped, and before any other character it
 // leaves that character.
@@ -24,9 +17,11 @@ void Unescape(std::string& text)
     if (from == std::string::npos)
         return;
     std::size_t to = from;
-    for (; from < text.size(); ++from) {
+    for (; from < text.size(); ++from)
+    {
         char c = text[from];
-        if (c == '\\') {
+        if (c == '\\')
+        {
             if (++from == text.size())
                 break;
             c = text[from] == 'n' ? '\n' : text[from];
@@ -39,8 +34,7 @@ void Unescape(std::string& text)
 } // namespace
 
 StreamInputSerializer::StreamInputSerializer(std::istream& stream) : stream_(stream)
-{
-}
+{}
 
 StreamInputSerializer::~StreamInputSerializer() = default;
 
@@ -56,14 +50,16 @@ bool StreamInputSerializer::IsWriting() const
 
 bool StreamInputSerializer::IsExhausted() const
 {
-    return stream_.fail();
+    return failed_;
 }
 
 template<class T>
 void StreamInputSerializer::ReadLine(T& value)
 {
     Internal::ReadInteger(stream_, value);
-    SkipLine(stream_);
+    // Before the rest of the line, whose end a last line may lack.
+    failed_ = stream_.fail();
+    Internal::SkipLine(stream_);
 }
 
 template<class Number, class T>
@@ -77,13 +73,16 @@ void StreamInputSerializer::ReadLineAs(T& value)
 template<class T>
 void StreamInputSerializer::ReadNumber(T& value)
 {
-    if (std::getline(stream_, line_))
+    failed_ = !std::getline(stream_, line_);
+    if (!failed_)
         value = static_cast<T>(Internal::ReadIEEE(line_));
 }
 
 void StreamInputSerializer::Scalar(char const*, std::size_t, std::string& value)
 {
-    if (std::getline(stream_, line_)) {
+    failed_ = !std::getline(stream_, line_);
+    if (!failed_)
+    {
         Unescape(line_);
         value = line_;
     }
@@ -143,7 +142,8 @@ void StreamInputSerializer::Scalar(char const*, std::size_t, bool& value)
 {
     stream_.setf(std::ios::boolalpha);
     stream_ >> value;
-    SkipLine(stream_);
+    failed_ = stream_.fail();
+    Internal::SkipLine(stream_);
 }
 
 void StreamInputSerializer::StartArray(char const*, std::size_t, std::size_t& count)
@@ -151,23 +151,21 @@ void StreamInputSerializer::StartArray(char const*, std::size_t, std::size_t& co
     unsigned long long number = 0;
     ReadLine(number);
     // A count that did not fit leaves the largest number behind.
-    count = stream_.fail() ? 0 : static_cast<std::size_t>(number);
+    count = failed_ ? 0 : static_cast<std::size_t>(number);
 }
 
 void StreamInputSerializer::EndArray(char const*)
-{
-}
+{}
 
 void StreamInputSerializer::StartObject(char const*, std::size_t, std::string& className, int& id)
 {
-    stream_ >> className;
+    Internal::ReadWord(stream_, className);
     ReadLine(id);
     if (className == "#")
         className.clear();
 }
 
 void StreamInputSerializer::EndObject(char const*)
-{
-}
+{}
 
 } // namespace Zan::Orv::Core::Service

@@ -5,8 +5,7 @@
 
 #include <iosfwd>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// Reads a document of `StreamOutputSerializer` by the same calls that wrote it. Text behind a number on its
 /// line is skipped.
@@ -54,6 +53,7 @@ private:
 
     std::istream& stream_;
     std::string line_;
+    bool failed_ = false; // the last item could not be read
 };
 
 } // namespace Zan::Orv::Core::Service

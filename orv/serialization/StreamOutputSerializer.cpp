@@ -6,12 +6,10 @@
 #include <cstdint>
 #include <ostream>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 StreamOutputSerializer::StreamOutputSerializer(std::ostream& stream) : stream_(stream)
-{
-}
+{}
 
 StreamOutputSerializer::~StreamOutputSerializer() = default;
 
@@ -28,8 +26,7 @@ bool StreamOutputSerializer::IsWriting() const
 void StreamOutputSerializer::Flush()
 {
     text_ += '\n';
-    stream_.write(text_.data(), static_cast<std::streamsize>(text_.size()));
-    text_.clear();
+    Internal::WriteAndClear(stream_, text_);
 }
 
 template<class T>
@@ -51,7 +48,8 @@ void StreamOutputSerializer::Scalar(char const*, std::size_t, std::string& value
     // A line feed would end the line, and the backslash is what tells one from a real one.
     std::size_t copied = 0;
     for (std::size_t found = value.find_first_of("\n\\"); found != std::string::npos;
-         found = value.find_first_of("\n\\", copied)) {
+         found = value.find_first_of("\n\\", copied))
+    {
         text_.append(value, copied, found - copied);
         text_ += '\\';
         text_ += value[found] == '\n' ? 'n' : '\\';
@@ -124,8 +122,7 @@ void StreamOutputSerializer::StartArray(char const*, std::size_t, std::size_t& c
 }
 
 void StreamOutputSerializer::EndArray(char const*)
-{
-}
+{}
 
 void StreamOutputSerializer::StartObject(char const*, std::size_t, std::string& className, int& id)
 {
@@ -135,7 +132,6 @@ void StreamOutputSerializer::StartObject(char const*, std::size_t, std::string& 
 }
 
 void StreamOutputSerializer::EndObject(char const*)
-{
-}
+{}
 
 } // namespace Zan::Orv::Core::Service

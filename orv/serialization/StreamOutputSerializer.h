@@ -5,8 +5,7 @@
 
 #include <iosfwd>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// Writes a document as plain text, one value to a line. No tags are stored: a reader repeats the writer's
 /// calls. Made to be read by people and compared by `diff`. One thread at a time, stream included.

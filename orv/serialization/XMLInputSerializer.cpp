@@ -2,90 +2,37 @@
 
 #include "orv/foundation/Exception.h"
 #include "orv/foundation/internal/NumberText.h"
-#include "orv/serialization/internal/XMLDocument.h"
-#include "orv/serialization/internal/XMLText.h"
+#include "orv/serialization/internal/DecimalText.h"
+#include "orv/serialization/internal/XMLParser.h"
+#include "orv/serialization/internal/XMLTree.h"
 
-#include <algorithm>
-#include <cstdint>
 #include <deque>
-#include <limits>
-#include <type_traits>
-#include <xercesc/dom/DOM.hpp>
+#include <string_view>
 
-namespace Zan::Orv::Core::Service
-{
-
-namespace
-{
-
-using xercesc::DOMElement;
-using xercesc::DOMNode;
-
-constexpr std::u16string_view idAttribute = u"id";
-constexpr std::u16string_view classAttribute = u"class";
-
-XMLCh const* AsXML(std::u16string_view literal)
-{
-    return reinterpret_cast<XMLCh const*>(literal.data());
-}
-
-// The decimal number at the head of a text, as far as it can matter: far outside of 32 bits it saturates. No
-// digit at all is 0.
-long long ParseInteger(std::string const& text)
-{
-    constexpr long long enough = std::numeric_limits<long long>::max() / 100;
-    auto at = text.begin();
-    while (at != text.end() && (*at == ' ' || (*at >= '\t' && *at <= '\r')))
-        ++at;
-    bool const negative = at != text.end() && *at == '-';
-    if (negative || (at != text.end() && *at == '+'))
-        ++at;
-    long long value = 0;
-    for (; at != text.end() && *at >= '0' && *at <= '9'; ++at)
-        value = std::min(value * 10 + (*at - '0'), enough);
-    return negative ? -value : value;
-}
-
-// Integers are read with 32 bits, as the stored form has always been read: a number beyond them gives the
-// nearest one that fits, and then loses the bits that the target lacks. A negative number wraps in an
-// unsigned target.
-template<class T>
-T ReadAs(std::string const& text)
-{
-    constexpr long long lowest = std::numeric_limits<std::int32_t>::min();
-    constexpr long long highest = std::numeric_limits<std::int32_t>::max();
-    constexpr long long highestUnsigned = std::numeric_limits<std::uint32_t>::max();
-
-    long long const value = ParseInteger(text);
-    if constexpr (std::is_same_v<T, unsigned long long>) {
-        long long const magnitude = value < 0 ? -value : value;
-        if (magnitude > highestUnsigned)
-            return static_cast<T>(highestUnsigned);
-        return static_cast<std::uint32_t>(value);
-    } else if constexpr (std::is_same_v<T, unsigned int>)
-        return static_cast<T>(std::clamp(value, lowest, highestUnsigned));
-    else
-        return static_cast<T>(std::clamp(value, lowest, highest));
-}
-
-} // namespace
+namespace Zan::Orv::Core::Service {
 
 // The walk through the tree: the element that is being read, and for it and each of those around it what was
 // found last, from where the next of the same tag is looked for.
 class XMLInputSerializer::Cursor
 {
 public:
-    Cursor(std::istream& stream, std::string const& rootTag) : document_(stream)
+    using Node = Internal::XMLTree::Node;
+    static constexpr Node none = Internal::XMLTree::none;
+
+    Cursor(std::istream& stream, std::string const& rootTag)
     {
-        DOMElement* const root = document_.Root();
-        std::string const found = root == nullptr ? std::string() : Internal::FromXML(root->getTagName());
+        Internal::ParseXML(stream, tree_);
+        Node const root = tree_.Root();
+        std::string const found = root == none ? std::string() : tree_.TextOf(tree_.NameOf(root));
         if (found != rootTag)
             throw SerializeException("Root element tag mismatch: Expected '" + rootTag + "' but found '" +
                                      found + "'.");
         Enter(root);
     }
 
-    void Enter(DOMElement* element) { levels_.push_back({element, nullptr, nullptr, 0}); }
+    Internal::XMLTree const& Tree() const { return tree_; }
+
+    void Enter(Node element) { levels_.push_back({element, none, nullptr, 0}); }
 
     void Leave(char const* tag)
     {
@@ -95,70 +42,54 @@ public:
         levels_.pop_back();
     }
 
-    DOMElement* Find(char const* tag, std::size_t index)
+    Node Find(char const* tag, std::size_t index)
     {
-        Internal::AssignUTF16(tag_, tag);
         Level& level = levels_.back();
         bool const goOn = level.lastTag == tag && index >= level.lastIndex;
-        DOMNode* node = goOn ? level.lastChild : level.element->getFirstChild();
+        Node node = goOn ? level.lastChild : tree_.FirstChild(level.element);
         std::size_t remaining = goOn ? index - level.lastIndex : index;
-        for (; node != nullptr; node = node->getNextSibling()) {
-            if (node->getNodeType() == DOMNode::ELEMENT_NODE &&
-                Internal::ViewXML(node->getNodeName()) == tag_ && remaining-- == 0)
+        Internal::XMLTree::Name const name = tree_.FindName(tag);
+        for (; node != none; node = tree_.NextSibling(node))
+        {
+            if (tree_.NameOf(node) == name && remaining-- == 0)
                 break;
         }
         level.lastChild = node;
         level.lastTag = tag;
         level.lastIndex = index;
-        return static_cast<DOMElement*>(node);
+        return node;
     }
 
-    DOMElement* FindOrAppend(char const* tag, std::size_t index, bool& appended)
+    // A field that the document lacks is added to it: as an array it is empty, as a pointer null.
+    Node FindOrAppend(char const* tag, std::size_t index)
     {
-        DOMElement* const found = Find(tag, index);
-        appended = found == nullptr;
-        return appended ? document_.Append(*levels_.back().element, tag_) : found;
+        Node const found = Find(tag, index);
+        return found != none ? found : tree_.AppendNull(levels_.back().element, tag);
     }
 
-    // The first text in the element, valid until the next call, or null when there is none.
-    std::string const* FindText(char const* tag, std::size_t index)
+    // False when there is no such element or no text in it.
+    bool FindText(char const* tag, std::size_t index, std::string_view& text)
     {
-        DOMElement* const element = Find(tag, index);
-        if (element == nullptr)
-            return nullptr;
-        DOMNode* node = element->getFirstChild();
-        while (node != nullptr && node->getNodeType() != DOMNode::TEXT_NODE)
-            node = node->getNextSibling();
-        if (node == nullptr || node->getNodeValue() == nullptr)
-            return nullptr;
-        return &Convert(node->getNodeValue());
-    }
-
-    // Valid until the next call.
-    std::string const& Convert(XMLCh const* text)
-    {
-        Internal::AssignUTF8(text_, Internal::ViewXML(text));
-        return text_;
+        Node const element = Find(tag, index);
+        return element != none && tree_.GetText(element, text);
     }
 
 private:
-    struct Level {
-        DOMElement* element;
-        DOMNode* lastChild;
-        char const* lastTag; // known by its address: comparing the text would cost as much as looking again
+    struct Level
+    {
+        Node element;
+        Node lastChild;
+        char const* lastTag; // known by its address alone
         std::size_t lastIndex;
     };
 
-    Internal::XMLDocument document_;
+    Internal::XMLTree tree_;
     std::deque<Level> levels_;
-    std::u16string tag_;
-    std::string text_;
 };
 
 XMLInputSerializer::XMLInputSerializer(std::istream& stream, std::string const& rootTag)
     : cursor_(std::make_unique<Cursor>(stream, rootTag))
-{
-}
+{}
 
 XMLInputSerializer::~XMLInputSerializer() = default;
 
@@ -175,21 +106,24 @@ bool XMLInputSerializer::IsWriting() const
 template<class T>
 void XMLInputSerializer::ReadInteger(char const* tag, std::size_t index, T& value)
 {
-    if (std::string const* const text = cursor_->FindText(tag, index))
-        value = ReadAs<T>(*text);
+    std::string_view text;
+    if (cursor_->FindText(tag, index, text))
+        value = Internal::ReadDecimal<T>(text);
 }
 
 template<class T>
 void XMLInputSerializer::ReadNumber(char const* tag, std::size_t index, T& value)
 {
-    if (std::string const* const text = cursor_->FindText(tag, index))
-        value = static_cast<T>(Internal::ReadIEEE(*text));
+    std::string_view text;
+    if (cursor_->FindText(tag, index, text))
+        value = static_cast<T>(Internal::ReadIEEE(text));
 }
 
 void XMLInputSerializer::Scalar(char const* tag, std::size_t index, std::string& value)
 {
-    if (std::string const* const text = cursor_->FindText(tag, index))
-        value = *text;
+    std::string_view text;
+    if (cursor_->FindText(tag, index, text))
+        value = text;
 }
 
 void XMLInputSerializer::Scalar(char const* tag, std::size_t index, double& value)
@@ -244,23 +178,18 @@ void XMLInputSerializer::Scalar(char const* tag, std::size_t index, signed char&
 
 void XMLInputSerializer::Scalar(char const* tag, std::size_t index, bool& value)
 {
-    std::string const* const text = cursor_->FindText(tag, index);
-    if (text == nullptr)
+    std::string_view text;
+    if (!cursor_->FindText(tag, index, text))
         return;
-    if (*text != "true" && *text != "false")
-        throw SerializeException("Invalid boolean value: '" + *text + "' in tag '" + tag + "'.");
-    value = *text == "true";
+    if (text != "true" && text != "false")
+        throw SerializeException("Invalid boolean value: '" + std::string(text) + "' in tag '" + tag + "'.");
+    value = text == "true";
 }
 
 void XMLInputSerializer::StartArray(char const* tag, std::size_t index, std::size_t& count)
 {
-    bool appended = false;
-    DOMElement* const element = cursor_->FindOrAppend(tag, index, appended);
-    count = 0;
-    for (DOMNode const* node = element->getFirstChild(); node != nullptr; node = node->getNextSibling()) {
-        if (node->getNodeType() == DOMNode::ELEMENT_NODE)
-            ++count;
-    }
+    auto const element = cursor_->FindOrAppend(tag, index);
+    count = cursor_->Tree().CountChildren(element);
     cursor_->Enter(element);
 }
 
@@ -271,19 +200,9 @@ void XMLInputSerializer::EndArray(char const* tag)
 
 void XMLInputSerializer::StartObject(char const* tag, std::size_t index, std::string& className, int& id)
 {
-    bool appended = false;
-    DOMElement* const element = cursor_->FindOrAppend(tag, index, appended);
-    if (appended) // a missing object reads as the null pointer
-        element->setAttribute(AsXML(idAttribute), AsXML(u"0"));
-
-    id = -1;
-    className.clear();
-    if (element->hasAttributes()) {
-        std::string const& text = cursor_->Convert(element->getAttribute(AsXML(idAttribute)));
-        if (!text.empty())
-            id = ReadAs<int>(text);
-        className = cursor_->Convert(element->getAttribute(AsXML(classAttribute)));
-    }
+    auto const element = cursor_->FindOrAppend(tag, index);
+    id = cursor_->Tree().IdOf(element);
+    className = cursor_->Tree().ClassOf(element);
     cursor_->Enter(element);
 }
 

@@ -6,8 +6,7 @@
 #include <iosfwd>
 #include <memory>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// Reads a document of `XMLOutputSerializer`, or one that a person wrote. The constructor parses the whole
 /// document; fields are then found by tag and index, in any order.
@@ -19,8 +18,8 @@ namespace Zan::Orv::Core::Service
 /// 64-bit integers are read as 32-bit ones and saturate at those limits.
 ///
 /// Nothing outside the stream is ever read: an external entity is refused. Internal entities may expand a
-/// thousand times and be 10,000 characters long; more is refused. Memory grows with the document, about
-/// twenty times its size.
+/// thousand times and be 10,000 characters long; more is refused, as are parameter entities and declarations
+/// of attributes. Memory grows with the document, to a few times its size.
 ///
 /// A reader belongs to one thread; several may exist at once.
 class ORV_API XMLInputSerializer : public ISerializerImpl
@@ -28,8 +27,7 @@ class ORV_API XMLInputSerializer : public ISerializerImpl
 public:
     /// Reads `stream` to its end.
     /// \throws SerializeException for a document that is not well-formed, with the parser's words, and for a
-    /// root
-    ///     element other than `rootTag`.
+    ///     root element other than `rootTag`.
     XMLInputSerializer(std::istream& stream, std::string const& rootTag);
     XMLInputSerializer(XMLInputSerializer const&) = delete;
     XMLInputSerializer& operator=(XMLInputSerializer const&) = delete;

@@ -6,8 +6,7 @@
 
 #include <ostream>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 XMLOutputSerializer::XMLOutputSerializer(std::ostream& stream, std::string const& rootTag)
     : stream_(stream), rootTag_(rootTag)
@@ -20,10 +19,13 @@ XMLOutputSerializer::XMLOutputSerializer(std::ostream& stream, std::string const
 
 XMLOutputSerializer::~XMLOutputSerializer()
 {
-    try {
+    try
+    {
         WriteEndTag(rootTag_.c_str());
         Flush();
-    } catch (...) {
+    }
+    catch (...)
+    {
         // A stream that throws is the caller's wish, but not out of a destructor. Its state has kept the
         // failure.
     }
@@ -55,8 +57,7 @@ void XMLOutputSerializer::WriteEndTag(char const* tag)
 
 void XMLOutputSerializer::Flush()
 {
-    stream_.write(text_.data(), static_cast<std::streamsize>(text_.size()));
-    text_.clear();
+    Internal::WriteAndClear(stream_, text_);
 }
 
 template<class T>
@@ -81,7 +82,13 @@ void XMLOutputSerializer::WriteNumber(char const* tag, double value)
 void XMLOutputSerializer::Scalar(char const* tag, std::size_t, std::string& value)
 {
     WriteStartTag(tag);
-    Internal::AppendEscaped(text_, value);
+    if (Internal::HasMarkup(value))
+        Internal::AppendEscaped(text_, value);
+    else // as it stands, without a copy
+    {
+        Flush();
+        stream_.write(value.data(), static_cast<std::streamsize>(value.size()));
+    }
     WriteEndTag(tag);
     Flush();
 }
@@ -164,7 +171,8 @@ void XMLOutputSerializer::StartObject(char const* tag, std::size_t, std::string&
     text_ += ' ';
     if (!className.empty())
         text_.append("class=\"").append(className).append("\" ");
-    if (id != -1) {
+    if (id != -1)
+    {
         text_ += "id=\"";
         Internal::AppendInteger(text_, stream_, id);
         text_ += "\" ";

@@ -5,8 +5,7 @@
 
 #include <iosfwd>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// Writes a document as XML, straight to a stream. Construction writes the declaration and the root's start
 /// tag, destruction the root's end tag, so the document is complete only after that. Nothing else is kept or

@@ -1,7 +1,6 @@
 #pragma once
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// A duration is a count of milliseconds. There is no duration class; these are the units.
 inline constexpr long long MILLISECOND = 1;

@@ -3,11 +3,9 @@
 #include "orv/time/TimeOffset.h"
 #include "orv/time/internal/TermReader.h"
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
-namespace
-{
+namespace {
 
 using Internal::UnitRow;
 
@@ -19,7 +17,8 @@ int Times(int number, long long factor)
 
 TimeOffset MakeOffset(int number, UnitRow row)
 {
-    switch (row) {
+    switch (row)
+    {
     case UnitRow::Years: return TimeOffset(number, 0, 0, 0, 0, 0, 0);
     case UnitRow::Months: return TimeOffset(0, number, 0, 0, 0, 0, 0);
     case UnitRow::Weeks: return TimeOffset(0, 0, Times(number, 7), 0, 0, 0, 0);
@@ -35,7 +34,8 @@ TimeOffset MakeOffset(int number, UnitRow row)
 TimeFrequency MakeFrequency(int number, UnitRow row)
 {
     using Unit = TimeFrequency::FrequencyUnit;
-    switch (row) {
+    switch (row)
+    {
     case UnitRow::Years: return TimeFrequency(number, Unit::Years);
     case UnitRow::Months: return TimeFrequency(number, Unit::Months);
     case UnitRow::Weeks: return TimeFrequency(Times(number, 7), Unit::Days);
@@ -53,7 +53,8 @@ TimeFrequency MakeFrequency(int number, UnitRow row)
 TimeOffset ParseTimeOffset(std::string const& text)
 {
     TimeOffset result;
-    for (Internal::TermReader reader(text); reader.Next(true);) {
+    for (Internal::TermReader reader(text); reader.Next(true);)
+    {
         int const number = Times(reader.Number(), reader.IsNegative() ? -1 : 1);
         result += MakeOffset(number, Internal::LookupUnit(reader.Unit()));
     }

@@ -13,11 +13,9 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
-namespace
-{
+namespace {
 
 char const standardFormat[] = "%Y-%m-%d %H:%M:%S.%L";
 
@@ -25,10 +23,10 @@ char const standardFormat[] = "%Y-%m-%d %H:%M:%S.%L";
 // the result: 2^31 hours are 7.7e15 milliseconds.
 long long TimeOfDay(long long hour, long long minute, long long second, long long millisecond)
 {
-    bool const negative = hour < 0 || minute < 0 || second < 0;
+    if ((hour | minute | second) >= 0)
+        return hour * HOUR + minute * MINUTE + second * SECOND + millisecond;
     auto const magnitude = [](long long value) { return value < 0 ? -value : value; };
-    long long const sum = magnitude(hour) * HOUR + magnitude(minute) * MINUTE + magnitude(second) * SECOND;
-    return (negative ? -sum : sum) + millisecond;
+    return millisecond - (magnitude(hour) * HOUR + magnitude(minute) * MINUTE + magnitude(second) * SECOND);
 }
 
 std::tm LocalNow()
@@ -42,8 +40,11 @@ std::tm LocalNow()
 } // namespace
 
 Time::Time(int year, int month, int day, int hour, int minute, int second, int millisecond)
-    : count_(Internal::DayNumber(Internal::CheckedDate(year, month, day)) * ticksPerDay)
 {
+    Internal::Date date{year, month, day};
+    if (!Internal::IsPlainDate(date))
+        date = Internal::CheckedDate(year, month, day);
+    count_ = Internal::DayNumber(date) * ticksPerDay;
     *this += TimeOfDay(hour, minute, second, millisecond);
     if (year > 9999)
         throw ServiceException("Year is out of valid range: 1400..9999");
@@ -112,8 +113,7 @@ int Time::GetDayOfWeek() const
 int Time::GetDayOfYear() const
 {
     long long const day = WholeDays();
-    Internal::Date const date = Internal::DateOfDay(day);
-    return static_cast<int>(day - Internal::DayNumber({date.year, 1, 1}) + 1);
+    return Internal::DayOfYear(day, Internal::DateOfDay(day).year);
 }
 
 int Time::GetHour() const
@@ -138,34 +138,40 @@ int Time::GetMillisecond() const
 
 void Time::FixDate(int& year, int& month, int& day)
 {
-    // Years wrap as the 32-bit numbers that they are; the calendar then looks at 16 bits of them.
-    auto const moveYear = [&year](int years) {
-        year = static_cast<int>(year + static_cast<long long>(years));
-    };
-    int const years = month / 12;
-    moveYear(years);
-    month -= 12 * years;
-    if (month < 1) {
-        moveYear(-1);
-        month += 12;
+    if (month < 1 || month > 12)
+    {
+        // Years wrap as the 32-bit numbers that they are; the calendar then looks at 16 bits of them.
+        auto const moveYear = [&year](int years) {
+            year = static_cast<int>(year + static_cast<long long>(years));
+        };
+        int const years = month / 12;
+        moveYear(years);
+        month -= 12 * years;
+        if (month < 1)
+        {
+            moveYear(-1);
+            month += 12;
+        }
     }
-    day = std::min(day, Internal::LastDayOfMonth(year, month));
+    if (day > 28) // no month is shorter
+        day = std::min(day, Internal::LastDayOfMonth(year, month));
 }
 
 Time& Time::operator+=(TimeOffset const& offset)
 {
     long long const wholeDays = WholeDays();
     Internal::Date date = Internal::DateOfDay(wholeDays);
-    if (offset.GetYears() != 0 || offset.GetMonths() != 0) {
+    if (offset.GetYears() != 0 || offset.GetMonths() != 0)
+    {
         date.year = static_cast<int>(date.year + static_cast<long long>(offset.GetYears()));
         date.month = static_cast<int>(date.month + static_cast<long long>(offset.GetMonths()));
         FixDate(date.year, date.month, date.day);
-        date = Internal::CheckedDate(date.year, date.month, date.day);
+        if (!Internal::IsPlainDate(date))
+            date = Internal::CheckedDate(date.year, date.month, date.day);
         count_ += (Internal::DayNumber(date) - wholeDays) * ticksPerDay;
     }
-    *this += offset.GetDays() * DAY +
-             TimeOfDay(offset.GetHours(), offset.GetMinutes(), offset.GetSeconds(), offset.GetMilliseconds());
-    return *this;
+    return *this += offset.GetDays() * DAY + TimeOfDay(offset.GetHours(), offset.GetMinutes(),
+                                                       offset.GetSeconds(), offset.GetMilliseconds());
 }
 
 Time& Time::operator-=(TimeOffset const& offset)
@@ -202,12 +208,15 @@ std::string Time::GetAsString()
 
 void Time::Serialize(Serializer& serializer)
 {
-    if (serializer.IsReading()) {
+    if (serializer.IsReading())
+    {
         std::string text;
         serializer.Serialize(text, "time");
         std::istringstream stream(text);
         stream >> *this;
-    } else {
+    }
+    else
+    {
         std::ostringstream stream;
         stream << *this;
         std::string text = stream.str();

@@ -7,8 +7,7 @@
 #include <iosfwd>
 #include <string>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 class TimeOffset;
 
@@ -38,8 +37,7 @@ public:
     /// date's midnight. `millisecond` is added with its own sign.
     ///
     /// \throws std::out_of_range one of Boost.Date_Time's `bad_day_of_month`, `bad_month`, `bad_year`, for a
-    /// date that
-    ///     does not exist. Year, month and day are seen as 16-bit unsigned numbers there.
+    ///     date that does not exist. Year, month and day are seen as 16-bit unsigned numbers there.
     /// \throws ServiceException for a year above 9999 that the calendar let pass.
     Time(int year, int month, int day, int hour, int minute, int second, int millisecond);
 
@@ -62,7 +60,8 @@ public:
     bool IsDef() const { return count_ != minCount && count_ != maxCount; }
 
     /// Calendar fields: the month from 1, the day from 1, the day of the week from 0 for Sunday, the day of
-    /// the year from 1. \throws std::out_of_range see above.
+    /// the year from 1.
+    /// \throws std::out_of_range see above.
     int GetYear() const;
     int GetMonth() const;
     int GetDay() const;
@@ -85,18 +84,21 @@ public:
     long long operator-(Time const& other) const { return (count_ - other.count_) / ticksPerMillisecond; }
 
     /// Calendar addition: years and months first, with the day clamped to the length of the month, then the
-    /// days, then the time. January 31st and a month is the last of February. The value is unchanged on
-    /// failure. \throws std::out_of_range `bad_year` when years and months lead outside 1400 to 10000.
+    /// days, then the time. January 31st and a month is the last of February. The value is unchanged on failure.
+    /// \throws std::out_of_range as the constructor, where years and months lead outside 1400 to 10000. The year
+    ///     is seen as a 16-bit unsigned number here, too.
     Time& operator+=(TimeOffset const& offset);
     Time& operator-=(TimeOffset const& offset);
 
     /// Exact addition.
     Time& operator+=(long long const& milliseconds)
     {
-        // Within these bounds, which hold thousands of years, nothing can overflow.
-        constexpr long long bound = outerCount / (2 * ticksPerMillisecond);
-        if (milliseconds <= bound && milliseconds >= -bound && count_ <= outerCount / 2 &&
-            count_ >= -outerCount / 2)
+        // Within these bounds, which hold thousands of years, nothing can overflow. One comparison sees both
+        // ends.
+        constexpr unsigned long long bound = outerCount / (2 * ticksPerMillisecond);
+        constexpr unsigned long long countBound = outerCount / 2;
+        if (static_cast<unsigned long long>(milliseconds) + bound <= 2 * bound &&
+            static_cast<unsigned long long>(count_) <= countBound)
             count_ += milliseconds * ticksPerMillisecond;
         else
             AddFar(milliseconds);

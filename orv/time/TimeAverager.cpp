@@ -6,11 +6,9 @@
 #include <algorithm>
 #include <stdexcept>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
-namespace
-{
+namespace {
 
 using Iterator = SampleSeries::Iterator;
 
@@ -67,18 +65,17 @@ double Closer(SampleSeries::Sample const& earlier, SampleSeries::Sample const& l
 } // namespace
 
 TimeAverager::TimeAverager() : samples_(std::make_unique<SampleSeries>())
-{
-}
+{}
 
 TimeAverager::TimeAverager(TimeAverager const& other)
     : samples_(std::make_unique<SampleSeries>(*other.samples_)), firstTime_(other.firstTime_),
       lastTime_(other.lastTime_)
-{
-}
+{}
 
 TimeAverager& TimeAverager::operator=(TimeAverager const& other)
 {
-    if (this != &other) {
+    if (this != &other)
+    {
         samples_ = std::make_unique<SampleSeries>(*other.samples_);
         firstTime_ = other.firstTime_;
         lastTime_ = other.lastTime_;
@@ -102,7 +99,8 @@ double TimeAverager::getPointValue(Time const& time, TimeSampleStyle style) cons
 {
     if (OutOfRange(time))
         return NullValue;
-    switch (style) {
+    switch (style)
+    {
     case TimeSampleStyle::Forward: return getForwardPointValue(time);
     case TimeSampleStyle::Backward: return getBackwardPointValue(time);
     case TimeSampleStyle::Linear: return getLinearPointValue(time);
@@ -190,7 +188,8 @@ double TimeAverager::getNearestPointValue(Time const& time, Time const& from, Ti
 
 double TimeAverager::getAverageValue(Time const& from, Time const& to, TimeAverageStyle style) const
 {
-    switch (style) {
+    switch (style)
+    {
     case TimeAverageStyle::Forward:
         return from == to ? getForwardPointValue(from) : getForwardAverageValue(from, to);
     case TimeAverageStyle::Backward:
@@ -213,7 +212,8 @@ double TimeAverager::getForwardAverageValue(Time const& from, Time const& to) co
     long long current = std::max(it->time, begin);
     double value = it->value;
     WeightedSum sum;
-    while (++it != samplesEnd && current < end) {
+    while (++it != samplesEnd && current < end)
+    {
         long long const next = std::min(it->time, end);
         sum.Add(next - current, value);
         current = next;
@@ -232,13 +232,15 @@ double TimeAverager::getBackwardAverageValue(Time const& from, Time const& to) c
 
     Iterator it = samples_->LowerBound(begin);
     long long current = begin;
-    if (it == samples_->Begin()) {
+    if (it == samples_->Begin())
+    {
         // What the first sample says ends at its time; nothing is known before it.
         current = std::max(current, it->time);
         ++it;
     }
     WeightedSum sum;
-    for (; it != samplesEnd && current < end; ++it) {
+    for (; it != samplesEnd && current < end; ++it)
+    {
         long long const next = std::min(it->time, end);
         sum.Add(next - current, it->value);
         current = next;
@@ -251,8 +253,10 @@ double TimeAverager::getPointAverageValue(Time const& from, Time const& to) cons
     long long const end = CountOf(to);
     double sum = 0.0;
     int count = 0;
-    for (Iterator it = samples_->LowerBound(CountOf(from)); it != samples_->End() && it->time < end; ++it) {
-        if (!IsNullValue(it->value)) {
+    for (Iterator it = samples_->LowerBound(CountOf(from)); it != samples_->End() && it->time < end; ++it)
+    {
+        if (!IsNullValue(it->value))
+        {
             sum += it->value;
             ++count;
         }
@@ -272,10 +276,12 @@ double TimeAverager::getCumulativeAverageValue(Time const& from, Time const& to)
     long long current = begin;
     double sum = 0.0;
     bool seen = false;
-    while (++it != samples_->End() && current < end) {
+    while (++it != samples_->End() && current < end)
+    {
         long long const next = std::min(it->time, end);
         double const value = it->time > end ? getLinearPointValue(to) : it->value;
-        if (!IsNullValue(value)) {
+        if (!IsNullValue(value))
+        {
             sum += value - previous;
             seen = true;
         }

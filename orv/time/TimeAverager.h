@@ -5,8 +5,7 @@
 
 #include <memory>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 class SampleSeries;
 class TimePeriod;
@@ -27,7 +26,8 @@ class ORV_API TimeAverager
 {
 public:
     /// How samples make a function of time.
-    enum class TimeSampleStyle {
+    enum class TimeSampleStyle
+    {
         Forward =
             0, ///< a sample holds from its time up to the next one; from the first up to before the last
         Backward =
@@ -37,7 +37,8 @@ public:
     };
 
     /// How an interval becomes a number.
-    enum class TimeAverageStyle {
+    enum class TimeAverageStyle
+    {
         Forward = 0,   ///< time-weighted mean of the forward steps
         Backward = 1,  ///< time-weighted mean of the backward steps
         Point = 2,     ///< plain mean of the samples, `from` included and `to` excluded
@@ -53,7 +54,8 @@ public:
     void addSamplePoint(Time const& time, double value);
 
     /// The value at one moment. Null outside the range of the style, and next to a null sample where it needs
-    /// two. \throws std::invalid_argument "Unknown sample type" for another style, within the sampled range.
+    /// two.
+    /// \throws std::invalid_argument "Unknown sample type" for another style, within the sampled range.
     double getPointValue(Time const& time, TimeSampleStyle style) const;
 
     /// The value of one interval, taken as it is: reversed bounds give null.
@@ -64,8 +66,8 @@ public:
     /// no time.
     ///
     /// The cumulative increase starts at the linear value at `from`, is null where that is, and ends at the
-    /// last sample at the latest. A gap inside makes it null. It is 0 for equal bounds. \throws
-    /// std::invalid_argument "Unknown average type" for another style.
+    /// last sample at the latest. A gap inside makes it null. It is 0 for equal bounds.
+    /// \throws std::invalid_argument "Unknown average type" for another style.
     double getAverageValue(Time const& from, Time const& to, TimeAverageStyle style) const;
 
     /// The sample nearest to `time` among those from `from` up to before `to`; the later of two. Null when

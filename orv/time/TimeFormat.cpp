@@ -3,9 +3,10 @@
 #include "orv/foundation/Exception.h"
 #include "orv/serialization/Serializer.h"
 #include "orv/time/Time.h"
+#include "orv/time/internal/Calendar.h"
 
 #include <array>
-#include <charconv>
+#include <cctype>
 #include <cstdlib>
 #include <ctime>
 #include <iomanip>
@@ -18,11 +19,9 @@
 #include <string_view>
 #include <typeinfo>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
-namespace
-{
+namespace {
 
 using TimePut = std::time_put<char>;
 using TimeGet = std::time_get<char>;
@@ -58,19 +57,31 @@ std::string PutCode(TimePut const& facet, std::tm const& fields, char code)
 
 // ---- writing ----
 
-std::tm FieldsOf(Time const& time)
+// What a time is written from, decoded once.
+struct Fields
 {
-    std::tm fields{};
-    fields.tm_sec = time.GetSecond();
-    fields.tm_min = time.GetMinute();
-    fields.tm_hour = time.GetHour();
-    fields.tm_mday = time.GetDay();
-    fields.tm_mon = time.GetMonth() - 1;
-    fields.tm_year = time.GetYear() - 1900;
-    fields.tm_wday = time.GetDayOfWeek();
-    fields.tm_yday = time.GetDayOfYear() - 1;
-    return fields;
-}
+    std::tm tm{};
+    int millisecond;
+
+    explicit Fields(Time const& time)
+    {
+        long long const sinceMin = time - Time::MinTime();
+        long long const days = (sinceMin >= 0 ? sinceMin : sinceMin - (DAY - 1)) / DAY;
+        long long const dayNumber = Internal::firstDayNumber + days;
+        Internal::Date const date = Internal::DateOfDay(dayNumber);
+        tm.tm_mday = date.day;
+        tm.tm_mon = date.month - 1;
+        tm.tm_year = date.year - 1900;
+        tm.tm_wday = Internal::DayOfWeek(dayNumber);
+        tm.tm_yday = Internal::DayOfYear(dayNumber, date.year) - 1;
+
+        auto const ofDay = static_cast<int>(sinceMin - days * DAY);
+        millisecond = ofDay % 1000;
+        tm.tm_sec = ofDay / 1000 % 60;
+        tm.tm_min = ofDay / 60000 % 60;
+        tm.tm_hour = ofDay / 3600000;
+    }
+};
 
 // Writes a time by a format. Text is gathered, and goes to the stream in one piece or ahead of what the facet
 // writes there by itself.
@@ -78,15 +89,16 @@ class Writer
 {
 public:
     Writer(std::ostream& stream, Time const& time)
-        : stream_(stream), time_(time), fields_(FieldsOf(time)), facet_(std::use_facet<TimePut>(locale_)),
+        : stream_(stream), fields_(time), tm_(fields_.tm), facet_(std::use_facet<TimePut>(locale_)),
           isPlain_(typeid(facet_) == typeid(TimePut))
-    {
-    }
+    {}
 
     void Write(std::string_view format)
     {
-        for (std::size_t i = 0; i < format.size(); ++i) {
-            if (format[i] != '%') {
+        for (std::size_t i = 0; i < format.size(); ++i)
+        {
+            if (format[i] != '%')
+            {
                 Put(format[i]);
                 continue;
             }
@@ -100,15 +112,16 @@ public:
 private:
     void WriteCode(char code)
     {
-        switch (code) {
-        case 'Y': return PutNumber(code, fields_.tm_year + 1900, 4);
-        case 'm': return PutNumber(code, fields_.tm_mon + 1, 2);
-        case 'd': return PutNumber(code, fields_.tm_mday, 2);
-        case 'H': return PutNumber(code, fields_.tm_hour, 2);
-        case 'M': return PutNumber(code, fields_.tm_min, 2);
-        case 'S': return PutNumber(code, fields_.tm_sec, 2);
-        case 'y': return PutNumber(code, (fields_.tm_year + 1900) % 100, 2);
-        case 'j': return PutNumber(code, fields_.tm_yday + 1, 3);
+        switch (code)
+        {
+        case 'Y': return PutNumber(code, tm_.tm_year + 1900, 4);
+        case 'm': return PutNumber(code, tm_.tm_mon + 1, 2);
+        case 'd': return PutNumber(code, tm_.tm_mday, 2);
+        case 'H': return PutNumber(code, tm_.tm_hour, 2);
+        case 'M': return PutNumber(code, tm_.tm_min, 2);
+        case 'S': return PutNumber(code, tm_.tm_sec, 2);
+        case 'y': return PutNumber(code, (tm_.tm_year + 1900) % 100, 2);
+        case 'j': return PutNumber(code, tm_.tm_yday + 1, 3);
         case 'L': return PutMilliseconds();
         case 'E': return PutMonthName();
         case '%':
@@ -132,47 +145,67 @@ private:
     void PutByFacet(char code)
     {
         Flush();
-        if (facet_.put(std::ostreambuf_iterator<char>(stream_), stream_, ' ', &fields_, code).failed())
+        if (facet_.put(std::ostreambuf_iterator<char>(stream_), stream_, ' ', &tm_, code).failed())
             stream_.setstate(std::ios::badbit);
     }
 
     // The standard facet writes these codes as digits in every locale, and takes its time for it. A facet of
     // the program's own is asked.
-    void PutNumber(char code, int number, std::size_t width)
+    void PutNumber(char code, int number, int width)
     {
-        if (!isPlain_)
-            return PutByFacet(code);
-        std::array<char, 12> digits;
-        char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-        auto const length = static_cast<std::size_t>(end - digits.data());
-        for (std::size_t padding = length; padding < width; ++padding)
-            Put('0');
-        for (char const* digit = digits.data(); digit != end; ++digit)
-            Put(*digit);
+        if (isPlain_)
+            PutDigits(number, width);
+        else
+            PutByFacet(code);
     }
 
-    // As the stream formats integers: its flags apply, and its fill character and width are left as they are
-    // after it.
+    void PutDigits(int number, int width)
+    {
+        if (number >= 10000) // the year at the far end of arithmetic
+        {
+            PutDigits(number / 10000, 1);
+            number %= 10000;
+        }
+        char* const end = Reserve(static_cast<std::size_t>(width)) + width;
+        for (char* at = end - 1; at != end - 1 - width; --at, number /= 10)
+            *at = static_cast<char>('0' + number % 10);
+    }
+
+    // As the stream formats integers, with a fill of '0' that stays.
     void PutMilliseconds()
     {
+        stream_.fill('0');
+        auto const flags = stream_.flags();
+        bool const isPlain =
+            (flags & std::ios::basefield) == std::ios::dec && (flags & std::ios::showpos) == 0 &&
+            (flags & std::ios::adjustfield) != std::ios::left && stream_.getloc() == std::locale::classic();
+        if (isPlain)
+        {
+            PutDigits(fields_.millisecond, 3);
+            stream_.width(0);
+            return;
+        }
         Flush();
-        stream_ << std::setfill('0') << std::setw(3) << time_.GetMillisecond();
+        stream_ << std::setw(3) << fields_.millisecond;
     }
 
     void PutMonthName()
     {
-        auto const month = static_cast<std::size_t>(fields_.tm_mon);
+        auto const month = static_cast<std::size_t>(tm_.tm_mon);
         if (month >= monthNames.size())
             Fail([] { throw TimeException("Invalid month in Time object"); });
-        for (char const c : monthNames[month])
-            Put(c);
+        monthNames[month].copy(Reserve(3), 3);
     }
 
-    void Put(char c)
+    void Put(char c) { *Reserve(1) = c; }
+
+    // Room for a few characters of the text that is gathered.
+    char* Reserve(std::size_t count)
     {
-        if (used_ == buffer_.size())
+        if (used_ + count > buffer_.size())
             Flush();
-        buffer_[used_++] = c;
+        used_ += count;
+        return buffer_.data() + used_ - count;
     }
 
     void Flush()
@@ -191,8 +224,8 @@ private:
     }
 
     std::ostream& stream_;
-    Time const& time_;
-    std::tm const fields_;
+    Fields const fields_;
+    std::tm const& tm_;
     std::locale const locale_;
     TimePut const& facet_;
     bool const isPlain_;
@@ -218,15 +251,20 @@ public:
 
     void Read(std::string_view format)
     {
-        for (std::size_t i = 0; i < format.size(); ++i) {
+        if (stream_.good() && !format.empty())
+            std::istream::sentry const flushTied(stream_, true);
+        for (std::size_t i = 0; i < format.size(); ++i)
+        {
             if (!stream_.good())
                 ThrowMismatch();
             char const c = format[i];
-            if (c == '%') {
+            if (c == '%')
+            {
                 if (++i == format.size())
                     ThrowIllFormed();
                 ReadCode(format[i]);
-            } else if (IsSpace(c))
+            }
+            else if (IsSpace(c))
                 SkipSpace();
             else
                 Expect(c);
@@ -237,9 +275,9 @@ public:
     {
         if (week_ > 53)
             throw TimeException("Invalid week number");
-        if (fields_.tm_wday > 6)
+        if (dayOfWeek_ > 6)
             throw TimeException("Invalid day of week");
-        if (fields_.tm_yday > 365)
+        if (dayOfYear_ > 365)
             throw TimeException("Invalid day of year");
         int const year = fields_.tm_year + 1900;
         if (year < 1400 || year > 9999)
@@ -257,10 +295,14 @@ private:
 
     void ReadCode(char code)
     {
-        switch (code) {
+        switch (code)
+        {
         case '%': return Expect('%');
         case 'A':
-        case 'a': return ReadByFacet(&TimeGet::get_weekday);
+        case 'a':
+            ReadByFacet(&TimeGet::get_weekday);
+            dayOfWeek_ = fields_.tm_wday;
+            return;
         case 'B':
         case 'b': return ReadByFacet(&TimeGet::get_monthname);
         case 'E': fields_.tm_mon = ReadMonthName(); return;
@@ -283,18 +325,20 @@ private:
         case 'Y': fields_.tm_year = ReadNumber(4) - 1900; return;
         case 'Z': return ReadZone();
         case 'c':
-            if (ReadByFacetAlone(&TimeGet::get_date) == std::ios::goodbit) {
+            if (ReadByFacetAlone(&TimeGet::get_date) == std::ios::goodbit)
+            {
                 SkipSpace();
                 ReadByFacet(&TimeGet::get_time);
             }
             return;
         case 'd': fields_.tm_mday = ReadNumber(2); return;
-        case 'j': fields_.tm_yday = ReadNumber(3); return;
+        case 'j': dayOfYear_ = ReadNumber(3); return;
         case 'm': fields_.tm_mon = ReadNumber(2) - 1; return;
         case 'p': return ReadDesignator();
-        case 'w': fields_.tm_wday = ReadNumber(1); return;
+        case 'w': dayOfWeek_ = ReadNumber(1); return;
         case 'x': return ReadByFacet(&TimeGet::get_date);
-        case 'y': {
+        case 'y':
+        {
             int const year = ReadNumber(2);
             fields_.tm_year = year < 69 ? year + 100 : year;
             return;
@@ -307,9 +351,12 @@ private:
     int Peek()
     {
         int c = endOfInput;
-        try {
+        try
+        {
             c = stream_.rdbuf()->sgetc();
-        } catch (...) {
+        }
+        catch (...)
+        {
             stream_.setstate(std::ios::badbit);
             return endOfInput;
         }
@@ -340,7 +387,8 @@ private:
     int ReadNumber(int digits)
     {
         int number = 0;
-        for (; digits > 0; --digits) {
+        for (; digits > 0; --digits)
+        {
             int const c = Peek();
             if (c < '0' || c > '9')
                 break;
@@ -360,18 +408,24 @@ private:
 
     void ReadByFacet(Get get) { ReadByFacetAlone(get); }
 
+    // Three characters, or fewer before a line end.
     int ReadMonthName()
     {
-        char text[4] = {};
-        stream_.get(text, sizeof text);
-        if (!stream_.good())
-            throw TimeException("Invalid Orvane month name");
-        std::string name(text);
-        for (char& c : name)
-            c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+        std::string name;
+        while (name.size() < 3)
+        {
+            int const c = Peek();
+            if (c == endOfInput || (c == '\n' && name.empty()))
+                throw TimeException("Invalid Orvane month name");
+            if (c == '\n')
+                break;
+            name += static_cast<char>(std::toupper(c));
+            Consume();
+        }
         if (name == otherJuly)
             return july;
-        for (std::size_t month = 0; month < monthNames.size(); ++month) {
+        for (std::size_t month = 0; month < monthNames.size(); ++month)
+        {
             if (name == monthNames[month])
                 return static_cast<int>(month);
         }
@@ -411,7 +465,8 @@ private:
     // Consumes `text` from `at` for as long as the stream goes on matching. Returns where it stopped.
     std::size_t ConsumeMatching(std::string_view text, std::size_t at)
     {
-        while (at < text.size() && NextIs(text[at])) {
+        while (at < text.size() && NextIs(text[at]))
+        {
             stream_.ignore();
             ++at;
         }
@@ -423,7 +478,8 @@ private:
     int MatchEither(std::string_view first, std::string_view second)
     {
         std::size_t at = 0;
-        while (at < first.size() && at < second.size() && first[at] == second[at] && NextIs(first[at])) {
+        while (at < first.size() && at < second.size() && first[at] == second[at] && NextIs(first[at]))
+        {
             stream_.ignore();
             ++at;
         }
@@ -431,7 +487,8 @@ private:
         bool const secondEnded = at == second.size();
         if (firstEnded && secondEnded)
             return 0;
-        if (!firstEnded && !secondEnded) {
+        if (!firstEnded && !secondEnded)
+        {
             if (NextIs(first[at]))
                 return ConsumeMatching(first, at) == first.size() ? 0 : -1;
             if (NextIs(second[at]))
@@ -455,15 +512,17 @@ private:
     std::ctype<char> const& ctype_;
     std::tm fields_{};
     int millisecond_ = 0;
+    // Checked and dropped. Not in the fields: a facet that reads a date may work these out for itself.
     int week_ = 0;
+    int dayOfWeek_ = 0;
+    int dayOfYear_ = 0;
     bool twelveHours_ = false;
 };
 
 } // namespace
 
 TimeFormat::TimeFormat(std::string const& format) : format_(format)
-{
-}
+{}
 
 TimeFormat::BoundTimeFormat TimeFormat::operator()(Time& time) const
 {

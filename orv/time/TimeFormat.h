@@ -6,8 +6,7 @@
 #include <iosfwd>
 #include <string>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 class Time;
 
@@ -33,7 +32,8 @@ class ORV_API TimeFormat : public ISerializable
 {
 public:
     /// A format with its `Time`, for one stream expression: both must outlive it.
-    struct BoundTimeFormat {
+    struct BoundTimeFormat
+    {
         TimeFormat const* format;
         Time* time;
     };

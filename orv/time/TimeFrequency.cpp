@@ -11,11 +11,9 @@
 #include <istream>
 #include <ostream>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
-namespace
-{
+namespace {
 
 using UnitConverter = DefaultEnumConverter<TimeFrequency::FrequencyUnit::EnumMap>;
 
@@ -46,8 +44,7 @@ void TimeFrequency::FrequencyUnit::EnumMap::Fill(std::map<Enum, std::string>& na
 }
 
 TimeFrequency::TimeFrequency(int value, FrequencyUnit::Enum unit) : value_(value), unit_(unit)
-{
-}
+{}
 
 std::string TimeFrequency::GetFrequencyUnitAsString() const
 {
@@ -93,7 +90,8 @@ std::ostream& operator<<(std::ostream& stream, TimeFrequency const& frequency)
 
     Fields const fields = FieldsOf(frequency);
     stream << std::setfill('0') << std::noshowpos;
-    for (std::size_t i = 0; i < fields.size(); ++i) {
+    for (std::size_t i = 0; i < fields.size(); ++i)
+    {
         stream << std::setw(widths[i]) << fields[i];
         if (i + 1 < fields.size())
             stream << separators[i];
@@ -105,7 +103,8 @@ std::istream& operator>>(std::istream& stream, TimeFrequency& frequency)
 {
     Fields fields{};
     char separator = 0;
-    for (std::size_t i = 0; i < fields.size(); ++i) {
+    for (std::size_t i = 0; i < fields.size(); ++i)
+    {
         if (i > 3) // blanks separate the numbers up to the hours, any characters those of the time
             stream >> separator;
         stream >> fields[i];

@@ -7,8 +7,7 @@
 #include <map>
 #include <string>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 class TimeOffset;
 
@@ -16,8 +15,10 @@ class TimeOffset;
 class ORV_API TimeFrequency : public ISerializable
 {
 public:
-    struct FrequencyUnit {
-        enum Enum : int {
+    struct FrequencyUnit
+    {
+        enum Enum : int
+        {
             Years = 0,
             Months = 1,
             Days = 2,
@@ -28,7 +29,8 @@ public:
         };
 
         /// The names of the units, for `DefaultEnumConverter`.
-        struct ORV_API EnumMap {
+        struct ORV_API EnumMap
+        {
             using EnumType = Enum;
             static void Fill(std::map<Enum, std::string>& names);
         };
@@ -46,12 +48,15 @@ public:
     FrequencyUnit::Enum GetFrequencyUnit() const { return unit_; }
     void SetFrequencyUnit(FrequencyUnit::Enum unit) { unit_ = unit; }
 
-    /// "Years" to "Milliseconds". \throws std::runtime_error for a unit outside the enumeration.
+    /// "Years" to "Milliseconds".
+    /// \throws std::runtime_error for a unit outside the enumeration.
     std::string GetFrequencyUnitAsString() const;
-    /// "2 Days", "1 Day". \throws std::runtime_error for a unit outside the enumeration.
+    /// "2 Days", "1 Day".
+    /// \throws std::runtime_error for a unit outside the enumeration.
     std::string GetAsString() const;
 
-    /// The interval as an offset. \throws TimeException for a unit outside the enumeration.
+    /// The interval as an offset.
+    /// \throws TimeException for a unit outside the enumeration.
     TimeOffset GetTimeOffset() const;
 
     /// By both fields: one year and 12 months are different frequencies.
@@ -68,16 +73,17 @@ private:
 };
 
 /// "0 00 2 00:00:00.000" for two days: the layout of `TimeOffset`, not normalised and without plus signs.
-/// Leaves the stream with the fill character '0' and without `showpos`. \throws TimeException for a unit
-/// outside the enumeration.
+/// Leaves the stream with the fill character '0' and without `showpos`.
+/// \throws TimeException for a unit outside the enumeration.
 ORV_API std::ostream& operator<<(std::ostream& stream, TimeFrequency const& frequency);
 
-/// Reads that layout. \throws TimeException unless exactly one of the seven numbers is not zero.
+/// Reads that layout.
+/// \throws TimeException unless exactly one of the seven numbers is not zero.
 ORV_API std::istream& operator>>(std::istream& stream, TimeFrequency& frequency);
 
 /// Reads a number and a unit of `ParseTimeOffset` at the head of `text`, as in "2 weeks". What follows is
-/// ignored. \throws TimeException "Invalid time offset unit: '...'", with an empty unit for a text of another
-/// shape.
+/// ignored.
+/// \throws TimeException "Invalid time offset unit: '...'", with an empty unit for a text of another shape.
 ORV_API TimeFrequency ParseTimeFrequency(std::string const& text);
 
 } // namespace Zan::Orv::Core::Service

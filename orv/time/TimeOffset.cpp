@@ -9,11 +9,9 @@
 #include <istream>
 #include <ostream>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
-namespace
-{
+namespace {
 
 // Moves whole units of `low` into `high`, keeping the sign of what remains.
 void Carry(long long& low, long long& high, int unit)
@@ -24,7 +22,8 @@ void Carry(long long& low, long long& high, int unit)
 
 void Borrow(long long& low, long long& high, int unit)
 {
-    if (low < 0) {
+    if (low < 0)
+    {
         --high;
         low += unit;
     }
@@ -66,7 +65,8 @@ TimeOffset::TimeOffset(Time const& to, Time const& from)
       minutes_(to.GetMinute() - from.GetMinute()), seconds_(to.GetSecond() - from.GetSecond()),
       milliseconds_(to.GetMillisecond() - from.GetMillisecond())
 {
-    if (months_ >= 1 && days_ < 0 && to > from) {
+    if (months_ >= 1 && days_ < 0 && to > from)
+    {
         days_ += Internal::LastDayOfMonth(from.GetYear(), from.GetMonth());
         --months_;
     }

@@ -6,8 +6,7 @@
 #include <iosfwd>
 #include <string>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 class Time;
 
@@ -25,8 +24,9 @@ public:
     /// From a count of milliseconds.
     TimeOffset(long long const& duration = 0);
 
-    /// The calendar distance, for which `from` plus the offset gives `to`: the differences of the fields,
-    /// with days borrowed from a positive difference of months by the length of `from`'s month.
+    /// The calendar distance: the differences of the fields, with days borrowed from a positive difference of
+    /// months by the length of `from`'s month. Where no end of a month lies between, `from` plus it gives `to`.
+    /// \throws std::out_of_range `bad_year` for a time outside the calendar.
     TimeOffset(Time const& to, Time const& from);
 
     TimeOffset(TimeOffset const&) = default;
@@ -90,8 +90,8 @@ ORV_API std::istream& operator>>(std::istream& stream, TimeOffset& offset);
 ///     hours hour hrs hr h, minutes minute mins min, seconds second secs sec s, milliseconds millisecond ms
 ///
 /// in any case. Reading ends without an error where no term stands: a text without a leading sign is the zero
-/// offset. A line break behind a term's number ends the reading before that term. Linear in the text. \throws
-/// TimeException "Invalid time offset unit: '...'".
+/// offset. A line break behind a term's unit ends the reading before that term. Linear in the text.
+/// \throws TimeException "Invalid time offset unit: '...'".
 ORV_API TimeOffset ParseTimeOffset(std::string const& text);
 
 } // namespace Zan::Orv::Core::Service

@@ -7,11 +7,9 @@
 #include <istream>
 #include <ostream>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
-namespace
-{
+namespace {
 
 Time Shifted(Time time, TimeOffset const& offset)
 {
@@ -22,13 +20,11 @@ Time Shifted(Time time, TimeOffset const& offset)
 } // namespace
 
 TimePeriod::TimePeriod(Time const& begin, Time const& end) : begin_(begin), end_(std::max(begin, end))
-{
-}
+{}
 
 TimePeriod::TimePeriod(Time const& begin, TimeOffset const& offset)
     : TimePeriod(begin, Shifted(begin, offset))
-{
-}
+{}
 
 TimeOffset TimePeriod::Offset() const
 {

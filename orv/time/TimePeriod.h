@@ -6,8 +6,7 @@
 
 #include <iosfwd>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 class TimeOffset;
 
@@ -19,7 +18,8 @@ public:
     /// Empty, at `Time::MinTime()`.
     TimePeriod() = default;
     TimePeriod(Time const& begin, Time const& end);
-    /// From `begin` to `begin` plus `offset`. \throws what `Time::operator+=` does.
+    /// From `begin` to `begin` plus `offset`.
+    /// \throws what `Time::operator+=` does.
     TimePeriod(Time const& begin, TimeOffset const& offset);
     TimePeriod(TimePeriod const&) = default;
     TimePeriod& operator=(TimePeriod const&) = default;

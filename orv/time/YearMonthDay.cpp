@@ -4,8 +4,7 @@
 
 #include <tuple>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 YearMonthDay::YearMonthDay(long int year, unsigned short month, unsigned short day)
 {

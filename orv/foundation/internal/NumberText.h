@@ -5,8 +5,7 @@
 
 /// The text of doubles without a string in between, for the writers and readers of documents.
 
-namespace Zan::Orv::Core::Service::Internal
-{
+namespace Zan::Orv::Core::Service::Internal {
 
 /// The longest text of `WriteIEEE`: a sign, 21 digits, a point and a three-digit exponent, and a margin.
 inline constexpr std::size_t MaxIEEEText = 32;

@@ -3,8 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace Zan::Orv::Core::Service::Platform
-{
+namespace Zan::Orv::Core::Service::Platform {
 
 void FormatBounded(char* buffer, std::size_t size, char const* format, std::va_list arguments)
 {

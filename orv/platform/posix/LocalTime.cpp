@@ -2,8 +2,7 @@
 
 #include <time.h>
 
-namespace Zan::Orv::Core::Service::Platform
-{
+namespace Zan::Orv::Core::Service::Platform {
 
 bool LocalTime(std::tm& result)
 {

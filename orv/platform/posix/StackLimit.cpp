@@ -5,11 +5,9 @@
 #include <cstdint>
 #include <pthread.h>
 
-namespace Zan::Orv::Core::Service::Platform
-{
+namespace Zan::Orv::Core::Service::Platform {
 
-namespace
-{
+namespace {
 
 // The address under which the stack counts as low, or 0 when the host does not tell: no limit is seen then.
 std::uintptr_t FindLowMark()

@@ -4,8 +4,7 @@
 #include <cxxabi.h>
 #include <memory>
 
-namespace Zan::Orv::Core::Service::Platform
-{
+namespace Zan::Orv::Core::Service::Platform {
 
 std::string TypeName(std::type_info const& type)
 {

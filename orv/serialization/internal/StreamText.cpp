@@ -5,19 +5,18 @@
 #include <sstream>
 #include <type_traits>
 
-namespace Zan::Orv::Core::Service::Internal
-{
+namespace Zan::Orv::Core::Service::Internal {
 
-namespace
-{
+namespace {
 
 template<class T>
-std::string FormatByStream(std::ios const& stream, T value)
+std::string FormatByStream(std::ios& stream, T value)
 {
     std::ostringstream text;
     text.copyfmt(stream);
     text.exceptions(std::ios::goodbit);
     text << value;
+    stream.width(0);
     return text.str();
 }
 
@@ -46,7 +45,8 @@ std::ios::iostate ScanInteger(std::streambuf& buffer, T& value)
     unsigned long long magnitude = 0;
     bool found = false;
     bool tooLarge = false;
-    for (; IsDigit(c); c = buffer.snextc()) {
+    for (; IsDigit(c); c = buffer.snextc())
+    {
         auto const digit = static_cast<unsigned long long>(c - '0');
         found = true;
         if (magnitude > (limit - digit) / 10)
@@ -56,21 +56,44 @@ std::ios::iostate ScanInteger(std::streambuf& buffer, T& value)
     }
 
     std::ios::iostate state = c == end ? std::ios::eofbit : std::ios::goodbit;
-    if (!found) {
+    if (!found)
+    {
         value = 0;
         state |= std::ios::failbit;
-    } else if (tooLarge) {
+    }
+    else if (tooLarge)
+    {
         value = negative && isSigned ? std::numeric_limits<T>::min() : std::numeric_limits<T>::max();
         state |= std::ios::failbit;
-    } else
+    }
+    else
         value = static_cast<T>(static_cast<Unsigned>(negative ? 0 - magnitude : magnitude));
     return state;
 }
 
-template<class T>
-void ReadByHand(std::istream& stream, T& value)
+bool IsSpace(int c)
 {
-    if (!FormatsPlainly(stream) || (stream.flags() & std::ios::skipws) == 0) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// Characters up to white space. The stream has skipped what stood before.
+std::ios::iostate ScanWord(std::streambuf& buffer, std::string& word)
+{
+    constexpr auto end = std::char_traits<char>::eof();
+    word.clear();
+    int c = buffer.sgetc();
+    for (; c != end && !IsSpace(c); c = buffer.snextc())
+        word += static_cast<char>(c);
+    return (c == end ? std::ios::eofbit : std::ios::goodbit) |
+           (word.empty() ? std::ios::failbit : std::ios::goodbit);
+}
+
+// What formatted input has around it: white space before, the stream's state behind.
+template<class T, class Scan>
+void ReadByHand(std::istream& stream, T& value, Scan scan)
+{
+    if (!FormatsPlainly(stream) || (stream.flags() & std::ios::skipws) == 0)
+    {
         stream >> value;
         return;
     }
@@ -78,9 +101,12 @@ void ReadByHand(std::istream& stream, T& value)
     if (!ready)
         return;
     std::ios::iostate state = std::ios::goodbit;
-    try {
-        state = ScanInteger(*stream.rdbuf(), value);
-    } catch (...) {
+    try
+    {
+        state = scan(*stream.rdbuf(), value);
+    }
+    catch (...)
+    {
         // As the stream's own operators do: remember it, and pass it on only when the caller asked for that.
         if ((stream.exceptions() & std::ios::badbit) != 0)
             throw;
@@ -100,64 +126,88 @@ bool FormatsPlainly(std::ios_base const& stream)
            stream.getloc() == std::locale::classic();
 }
 
-std::string FormatInteger(std::ios const& stream, long long value)
+void WriteAndClear(std::ostream& stream, std::string& text)
+{
+    struct Clearer
+    {
+        std::string& text;
+        ~Clearer() { text.clear(); }
+    } const clearer{text}; // a stream may throw
+    stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+}
+
+std::string FormatInteger(std::ios& stream, long long value)
 {
     return FormatByStream(stream, value);
 }
 
-std::string FormatInteger(std::ios const& stream, unsigned long long value)
+std::string FormatInteger(std::ios& stream, unsigned long long value)
 {
     return FormatByStream(stream, value);
 }
 
-std::string FormatInteger(std::ios const& stream, int value)
+std::string FormatInteger(std::ios& stream, int value)
 {
     return FormatByStream(stream, value);
 }
 
-std::string FormatInteger(std::ios const& stream, unsigned int value)
+std::string FormatInteger(std::ios& stream, unsigned int value)
 {
     return FormatByStream(stream, value);
 }
 
-std::string FormatInteger(std::ios const& stream, short value)
+std::string FormatInteger(std::ios& stream, short value)
 {
     return FormatByStream(stream, value);
 }
 
-std::string FormatInteger(std::ios const& stream, unsigned short value)
+std::string FormatInteger(std::ios& stream, unsigned short value)
 {
     return FormatByStream(stream, value);
+}
+
+void ReadWord(std::istream& stream, std::string& word)
+{
+    ReadByHand(stream, word, ScanWord);
+}
+
+void SkipLine(std::istream& stream)
+{
+    // Nearly always the line ends here.
+    if (stream.good() && stream.rdbuf()->sgetc() == '\n')
+        stream.rdbuf()->sbumpc();
+    else
+        stream.ignore(512, '\n');
 }
 
 void ReadInteger(std::istream& stream, long long& value)
 {
-    ReadByHand(stream, value);
+    ReadByHand(stream, value, ScanInteger<long long>);
 }
 
 void ReadInteger(std::istream& stream, unsigned long long& value)
 {
-    ReadByHand(stream, value);
+    ReadByHand(stream, value, ScanInteger<unsigned long long>);
 }
 
 void ReadInteger(std::istream& stream, int& value)
 {
-    ReadByHand(stream, value);
+    ReadByHand(stream, value, ScanInteger<int>);
 }
 
 void ReadInteger(std::istream& stream, unsigned int& value)
 {
-    ReadByHand(stream, value);
+    ReadByHand(stream, value, ScanInteger<unsigned int>);
 }
 
 void ReadInteger(std::istream& stream, short& value)
 {
-    ReadByHand(stream, value);
+    ReadByHand(stream, value, ScanInteger<short>);
 }
 
 void ReadInteger(std::istream& stream, unsigned short& value)
 {
-    ReadByHand(stream, value);
+    ReadByHand(stream, value, ScanInteger<unsigned short>);
 }
 
 } // namespace Zan::Orv::Core::Service::Internal

@@ -5,8 +5,7 @@
 #include "orv/time/TimeOffset.h"
 #include "orv/time/TimePeriod.h"
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 // The format without a text has a constructor for the factory alone.
 class TimeFormatCreator
@@ -15,8 +14,7 @@ public:
     static ISerializable* Create() { return new TimeFormat; }
 };
 
-namespace
-{
+namespace {
 
 template<class T>
 ISerializable* Create()
@@ -26,7 +24,8 @@ ISerializable* Create()
 
 // One place registers the room's classes, so that their order is this one and not the linker's. The names
 // stand in stored documents.
-struct Registration {
+struct Registration
+{
     Registration()
     {
         Factory& factory = Factory::GetFactory();

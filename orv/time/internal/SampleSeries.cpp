@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
-namespace
-{
+namespace {
 
 constexpr auto isBefore = [](SampleSeries::Sample const& sample, long long time) {
     return sample.time < time;
@@ -20,7 +18,8 @@ constexpr auto isAfter = [](long long time, SampleSeries::Sample const& sample) 
 
 void SampleSeries::Append(long long time, double value)
 {
-    if (blocks_.empty() || blocks_.back().samples.size() == blockSize) {
+    if (blocks_.empty() || blocks_.back().samples.size() == blockSize)
+    {
         std::vector<Sample> samples;
         samples.reserve(blocks_.empty() ? 0 : blockSize); // a short series stays small
         samples.push_back({time, value});
@@ -39,11 +38,13 @@ void SampleSeries::Set(long long time, double value)
     auto block = std::lower_bound(blocks_.begin(), blocks_.end(), time,
                                   [](Block const& candidate, long long t) { return candidate.lastTime < t; });
     auto at = std::lower_bound(block->samples.begin(), block->samples.end(), time, isBefore);
-    if (at->time == time) {
+    if (at->time == time)
+    {
         at->value = value;
         return;
     }
-    if (block->samples.size() == blockSize) {
+    if (block->samples.size() == blockSize)
+    {
         // The lower half moves into a block of its own ahead of this one.
         auto const middle = block->samples.begin() + blockSize / 2;
         std::vector<Sample> lower;

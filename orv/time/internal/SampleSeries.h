@@ -3,15 +3,15 @@
 #include <cstddef>
 #include <vector>
 
-namespace Zan::Orv::Core::Service
-{
+namespace Zan::Orv::Core::Service {
 
 /// Samples in order of time, at most one at a moment. They stand in blocks of sorted arrays: appending costs
 /// what it does in one array, inserting moves no more than a block, and walking along is as fast as memory.
 class SampleSeries
 {
 public:
-    struct Sample {
+    struct Sample
+    {
         long long time; ///< milliseconds since `Time::MinTime()`
         double value;
     };
@@ -30,7 +30,8 @@ public:
     Iterator UpperBound(long long time) const;
 
 private:
-    struct Block {
+    struct Block
+    {
         long long lastTime; // that of its last sample, beside the others' for the search
         std::vector<Sample> samples;
     };
@@ -57,10 +58,12 @@ public:
 
     Iterator& operator--()
     {
-        if (at_ == begin_) {
+        if (at_ == begin_)
+        {
             Block const& previous = *(block_ - 1);
             EnterBlock(block_ - 1, previous.samples.size() - 1);
-        } else
+        }
+        else
             --at_;
         return *this;
     }

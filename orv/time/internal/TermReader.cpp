@@ -7,11 +7,9 @@
 #include <string_view>
 #include <utility>
 
-namespace Zan::Orv::Core::Service::Internal
-{
+namespace Zan::Orv::Core::Service::Internal {
 
-namespace
-{
+namespace {
 
 bool IsBlank(char c)
 {
@@ -71,7 +69,8 @@ UnitRow LookupUnit(std::string const& unit)
     std::string lower = unit;
     std::locale const locale;
     std::use_facet<std::ctype<char>>(locale).tolower(lower.data(), lower.data() + lower.size());
-    for (auto const& [word, row] : unitWords) {
+    for (auto const& [word, row] : unitWords)
+    {
         if (word == lower)
             return row;
     }
@@ -95,7 +94,8 @@ bool TermReader::Next(bool withSign)
 {
     std::size_t at = SkipBlanks(position_);
     bool negative = false;
-    if (withSign) {
+    if (withSign)
+    {
         if (at == text_.size() || (text_[at] != '+' && text_[at] != '-'))
             return false;
         negative = text_[at] == '-';

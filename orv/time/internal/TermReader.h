@@ -5,11 +5,20 @@
 #include <cstddef>
 #include <string>
 
-namespace Zan::Orv::Core::Service::Internal
-{
+namespace Zan::Orv::Core::Service::Internal {
 
 /// The unit words of offsets and frequencies.
-enum class UnitRow { Years, Months, Weeks, Days, Hours, Minutes, Seconds, Milliseconds };
+enum class UnitRow
+{
+    Years,
+    Months,
+    Weeks,
+    Days,
+    Hours,
+    Minutes,
+    Seconds,
+    Milliseconds
+};
 
 /// \throws TimeException "Invalid time offset unit: '...'", with the unit as it was written.
 UnitRow LookupUnit(std::string const& unit);
