@@ -1,0 +1,137 @@
+#include "orv/foundation/Math.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <limits>
+#include <string>
+
+namespace Zan::Orv::Core::Service::Tests {
+
+namespace {
+
+template<class T>
+constexpr T least = std::numeric_limits<T>::min();
+template<class T>
+constexpr T inf = std::numeric_limits<T>::infinity();
+template<class T>
+constexpr T nan = std::numeric_limits<T>::quiet_NaN();
+
+template<class T>
+class MathTest : public ::testing::Test
+{
+};
+
+using Widths = ::testing::Types<double, float>;
+TYPED_TEST_SUITE(MathTest, Widths);
+
+// One name for both widths.
+bool Equal(double a, double b, double relTol, double absTol)
+{
+    return Math::EqD(a, b, relTol, absTol);
+}
+
+bool Equal(float a, float b, float relTol, float absTol)
+{
+    return Math::EqF(a, b, relTol, absTol);
+}
+
+template<class T>
+void ExpectLimits(T min, T max)
+{
+    EXPECT_EQ(Math::Limits<T>::Min(), min);
+    EXPECT_EQ(Math::Limits<T>::Max(), max);
+}
+
+} // namespace
+
+TEST(MathLimitsTest, AreThoseOfTheStoredTypes)
+{
+    ExpectLimits<char>(static_cast<char>(-128), 127);
+    ExpectLimits<unsigned char>(0, 255);
+    ExpectLimits<int>(-2147483647 - 1, 2147483647);
+    ExpectLimits<unsigned int>(0, 4294967295);
+    ExpectLimits<long int>(-2147483647 - 1, 2147483647);
+    ExpectLimits<float>(-3.4028234663852886e+38f, 3.4028234663852886e+38f);
+    ExpectLimits<double>(-1.7976931348623157e+308, 1.7976931348623157e+308);
+    ExpectLimits<bool>(false, true);
+}
+
+TYPED_TEST(MathTest, TheAlmostFamilyIsStrict)
+{
+    using T = TypeParam;
+    struct
+    {
+        T a, b, tol;
+        bool absolute, relative, either;
+    } const cases[] = {
+        {-100, -101, T(0.02), false, true, true},
+        {100, 102, T(0.02), false, false, false}, // just as far as the tolerance
+        {1, T(1.5), T(0.5), false, false, false},
+        {1, 2, T(0.75), false, false, false}, // the first value is the yardstick
+        {2, 1, T(0.75), false, true, true},
+        {T(-0.5), T(-0.75), T(0.5), true, false, true}, // absolute up to the tolerance itself
+        {1, T(1e-9), 1, sizeof(T) == 8, sizeof(T) == 8, sizeof(T) == 8}, // floats are subtracted as floats
+        {0, 0, 1, true, false, true},
+        {0, 1, inf<T>, true, false, true},
+        {nan<T>, 1, 1, false, false, false},
+        {1, 1, nan<T>, false, false, false},
+    };
+    for (auto const& c : cases)
+    {
+        SCOPED_TRACE(::testing::Message() << c.a << ", " << c.b << " within " << c.tol);
+        EXPECT_EQ(Math::IsAlmostEqualAbsolute(c.a, c.b, c.tol), c.absolute);
+        EXPECT_EQ(Math::IsAlmostZero(c.a - c.b, c.tol), c.absolute);
+        EXPECT_EQ(Math::IsAlmostEqualRelative(c.a, c.b, c.tol), c.relative);
+        EXPECT_EQ(Math::IsAlmostEqual(c.a, c.b, c.tol), c.either);
+    }
+}
+
+TYPED_TEST(MathTest, EqualWithinTwoTolerances)
+{
+    using T = TypeParam;
+    struct
+    {
+        T a, b, relTol, absTol;
+        bool equal;
+    } const cases[] = {
+        {1, T(1.0000001), T(-1e-6), T(1e-12), true},
+        {1, T(1.00001), T(1e-6), T(1e-12), false},
+        {1, T(1.5), T(0.5), 0, true}, // the tolerance itself is still equal
+        {2, 1, T(0.6), 0, false},     // within it of the larger value, not of the smaller one
+        {-1, 1, 3, 0, true},
+        {-1, 1, T(1.5), 0, false},
+        {std::numeric_limits<T>::max(), least<T> * 4, inf<T>, 0, false}, // the quotient has no finite value
+        {0, T(1e-20), T(1e-6), T(-1e-12), true},
+        {0, T(1e-12), 1, T(1e-12), true},
+        {0, 1, 1, T(1e-12), false},
+        {0, T(1e-13), T(1e-20), T(1e-12), false}, // the relative tolerance counts for small values, too
+        {least<T>, -least<T>, 0, 1, true},        // small ones compare without their signs
+        {least<T> * 2, least<T> * -2, 0, 1, false},
+        {inf<T>, inf<T>, 1, 1, false},
+        {inf<T>, 1, 1, 1, false},
+        {nan<T>, 1, 1, 1, false},
+        {1, nan<T>, 1, 1, false},
+        {1, 1, 1, nan<T>, false},
+    };
+    for (auto const& c : cases)
+    {
+        EXPECT_EQ(Equal(c.a, c.b, c.relTol, c.absTol), c.equal)
+            << c.a << ", " << c.b << " within " << c.relTol << " or " << c.absTol;
+    }
+}
+
+TEST(MathDigitsTest, CountTheCharactersOfAnInteger)
+{
+    auto const check = [](long n) { EXPECT_EQ(Math::NumOfDigits(n), std::to_string(n).size()) << n; };
+    check(LONG_MAX);
+    check(LONG_MIN);
+    for (long power = 1, next = 0; power != next; power = next)
+    {
+        for (long const n : {power - 1, power, 1 - power, -power})
+            check(n);
+        next = power <= LONG_MAX / 10 ? power * 10 : power;
+    }
+}
+
+} // namespace Zan::Orv::Core::Service::Tests

@@ -1,0 +1,185 @@
+#include "orv/foundation/Numerics.h"
+
+#include "tests/support/ExpectThrow.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <limits>
+#include <random>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <typeinfo>
+
+namespace Zan::Orv::Core::Service::Tests {
+
+namespace {
+
+double FromBits(std::uint64_t bits)
+{
+    double value = 0;
+    std::memcpy(&value, &bits, sizeof value);
+    return value;
+}
+
+std::uint64_t Bits(double value)
+{
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+
+std::string Printed(char const* format, int digits, double value)
+{
+    char buffer[512];
+    std::snprintf(buffer, sizeof buffer, format, digits, value);
+    return buffer;
+}
+
+// The C library's own reading of `text` is the measure. All NaNs count as one.
+void ExpectAsScanf(std::string const& text)
+{
+    double expected = 0;
+    if (std::sscanf(text.c_str(), "%le", &expected) != 1)
+    {
+        std::string const words = "Unrecognized number: '" + text + "'";
+        EXPECT_TRUE(Throws<std::runtime_error>([&] { IEEEFromString(text); }, words)) << text;
+        return;
+    }
+    SCOPED_TRACE(text);
+    double value = 0;
+    ASSERT_NO_THROW(value = IEEEFromString(text));
+    if (!IsNaN(value) || !IsNaN(expected))
+    {
+        EXPECT_EQ(Bits(value), Bits(expected)) << "became " << value << " and not " << expected;
+    }
+}
+
+} // namespace
+
+TEST(NumericsTest, ClassifiesAndPrintsByTheBits)
+{
+    struct
+    {
+        std::uint64_t bits;
+        std::string text;
+    } const cases[] = {{0x7FF8000000000000, "NaN"},
+                       {0xFFF8000000000000, "NaN"},
+                       {0xFFF0000000000001, "NaN"},
+                       {0x7FF0000000000000, "+Inf"},
+                       {0xFFF0000000000000, "-Inf"},
+                       {0x7FEFFFFFFFFFFFFF, "1.79769313486231570815e+308"},
+                       {0x800FFFFFFFFFFFFF, "-2.22507385850720088902e-308"},
+                       {0x0000000000000001, "4.94065645841246544177e-324"},
+                       {0x8000000000000000, "-0.00000000000000000000e+00"},
+                       {0x3FF0000000000000, "1.00000000000000000000e+00"},
+                       {0xBFB999999999999A, "-1.00000000000000005551e-01"}};
+    for (auto const& c : cases)
+    {
+        SCOPED_TRACE(::testing::Message() << std::hex << c.bits);
+        double const value = FromBits(c.bits);
+        EXPECT_EQ(IsFinite(value), c.text.size() > 4);
+        EXPECT_EQ(IsNaN(value), c.text == "NaN");
+        EXPECT_EQ(IsNullValue(value), c.text == "NaN");
+        EXPECT_EQ(IsPosInfinity(value), c.text == "+Inf");
+        EXPECT_EQ(IsNegInfinity(value), c.text == "-Inf");
+        EXPECT_EQ(IEEEToString(value), c.text);
+    }
+    EXPECT_EQ(Bits(NullValue), cases[0].bits);
+}
+
+TEST(NumericsTest, ReadsWhatScanfReads)
+{
+    // One text a line.
+    std::istringstream texts(
+        " \t\v\f\r1.5\n1.5abc\n1.5 2.5\n+1.5\n007\n1,5\n1.2.3\n00x1\n5.\n.5\n-.5e-1\n5.e1\n1E+05\n"
+        "1e5.5\n1e0x5\n1e+0000000000000000000005\n0\n-0\n1.00000000000000000000e+00051\n-1."
+        "00000000000000000000e-00005\n1.00000000000000000000e+05x\n9.99999999999999999999e+"
+        "22\n9007199254740993\n"
+        "9007199254740993.0000000000000000000001\n"
+        // no numbers
+        "\n \nabc\ne5\n.\n-.\n+\n-\n+-1\n-+1\n--1\n- 1\n.e5\n+I\n-In\nna\nx1\n\xA0\nN\nNil\n"
+        // hexadecimal ones
+        "0x10\n0XaB\n-0x1.8p3\n+0x1P-3\n0x.8p1\n0x1.p3\n0x1e5\n0x1p+-5\n0x1.00000000000008p0\n"
+        "0x1.000000000000080000000000001p0\n0x10000000000000000000000p-90\n"
+        // words
+        "inf\nInf\n+inf\n-INFINITY\nInfx\nnan\n-nan\nnanx\n"
+        // around the ends of the range, and beyond
+        "1.7976931348623158e308\n1.7976931348623159e308\n-1e309\n2.2250738585072011e-308\n"
+        "2.4703282292062328e-324\n2.4703282292062327e-324\n-1e-400\n0.00001e309\n0e999999999999\n"
+        "1e99999999999999999999\n-1e-99999999999999999999\n0x1p-1074\n0x1p-1075\n"
+        "0x1.0000000000001p-1075\n0x1.fffffffffffff7p1023\n0x1.fffffffffffff8p1023\n"
+        "0x0p99999999999999999999\n-0x1p99999999999999999999\n");
+    for (std::string text; std::getline(texts, text);)
+        ExpectAsScanf(text);
+}
+
+TEST(NumericsTest, ReadsItsOwnWordsByItsOwnRules)
+{
+    EXPECT_TRUE(IsNaN(IEEEFromString("  NaNcy")));
+    EXPECT_TRUE(
+        Throws<std::runtime_error>([] { IEEEFromString(" \tNAN"); }, "Unrecognized number: ' \tNAN'"));
+    EXPECT_EQ(IEEEFromString("1.5e+x"), 1.5);
+    for (char const* text : {"+Inf", "  -Inf", "+Infinity"})
+    {
+        try
+        {
+            IEEEFromString(text);
+            ADD_FAILURE() << text << " was read";
+        }
+        catch (std::exception const& e)
+        {
+            EXPECT_EQ(typeid(e), typeid(std::exception)) << text;
+        }
+    }
+}
+
+TEST(NumericsTest, AgreesWithTheCLibraryOnRandomBits)
+{
+    constexpr std::uint64_t seed = 20240229;
+    SCOPED_TRACE(seed);
+    std::mt19937_64 random(seed);
+    for (int i = 0; i < 20000 && !HasFailure(); ++i)
+    {
+        double const value = FromBits(random());
+        if (!IsFinite(value))
+            continue;
+        std::string const text = IEEEToString(value);
+        EXPECT_EQ(text, Printed("%.*e", 20, value));
+        EXPECT_EQ(Bits(IEEEFromString(text)), Bits(value)) << text;
+        for (char const* format : {"%.*e", "%.*g", "%.*a"})
+            ExpectAsScanf(Printed(format, static_cast<int>(random() % 25), value));
+    }
+}
+
+// A reader that takes quadratic time would be at it for an hour.
+TEST(NumericsTest, ReadsAMillionDigits)
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    std::string const zeros(1000000, '0');
+    std::string const nines(1000000, '9');
+    struct
+    {
+        std::string text;
+        double value;
+    } const cases[] = {{"-" + nines, -infinity},
+                       {nines + "e-1000000", 1.0},
+                       {"1" + zeros + "e-1000400", 0.0},
+                       {"0." + zeros + "1", 0.0},
+                       {"0." + zeros + "1e1000001", 1.0},
+                       {zeros + "." + zeros, 0.0},
+                       {"1e" + nines, infinity},
+                       {"1e-" + nines, 0.0},
+                       {"0x1" + zeros + "p-4000000", 1.0},
+                       {"0x1p-" + nines, 0.0},
+                       {std::string(1000000, ' ') + "7", 7.0}};
+    for (auto const& c : cases)
+        EXPECT_EQ(IEEEFromString(c.text), c.value)
+            << c.text.substr(0, 8) << "..." << c.text.substr(c.text.size() - 8);
+}
+
+} // namespace Zan::Orv::Core::Service::Tests

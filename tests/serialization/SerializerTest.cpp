@@ -1,0 +1,303 @@
+#include "orv/serialization/Serializer.h"
+
+#include "orv/foundation/Exception.h"
+#include "tests/serialization/Documents.h"
+#include "tests/support/ExpectThrow.h"
+#include "tests/support/Model.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <deque>
+#include <set>
+#include <stdexcept>
+#include <thread>
+#include <unordered_map>
+
+namespace Zan::Orv::Core::Service::Tests {
+
+namespace {
+
+// What an XML document holds of one value.
+template<class T>
+std::string Body(T value)
+{
+    std::string const document = XMLForm::Write(value);
+    std::size_t const from = document.find("<x");
+    return document.substr(from, document.rfind("</doc>") - from);
+}
+
+TEST(SerializerTest, EveryTypeHasItsElements)
+{
+    EXPECT_EQ(Body('A') + Body(static_cast<signed char>(-1)) + Body(static_cast<unsigned char>(255)),
+              "<x>65</x><x>-1</x><x>255</x>");
+    EXPECT_EQ(Body(-1L) + Body(1UL) + Body(std::int64_t{-5}) + Body(std::size_t{5}) + Body(short{-2}),
+              "<x>-1</x><x>1</x><x>-5</x><x>5</x><x>-2</x>");
+    EXPECT_EQ(Body(std::vector<std::vector<bool>>{{true}, {}}),
+              "<x><item><item>true</item></item><item></item></x>");
+    EXPECT_EQ(Body(std::map<int, std::string>{{4, "y"}}), "<x><item><item>4</item><item>y</item></item></x>");
+    EXPECT_EQ(Body(std::optional<int>(6)) + Body(std::optional<int>()), "<x><item>6</item></x><x></x>");
+    EXPECT_EQ(Body(PhaseWrapper(Phase::Water)), "<x ><value>Water</value></x>");
+}
+
+TEST(SerializerTest, IdentitiesRiseWithFirstSightAcrossBothKinds)
+{
+    GraphGuard const guard;
+    std::ostringstream stream;
+    StreamOutputSerializer writer(stream);
+    Serializer serializer(writer);
+    EXPECT_TRUE(serializer.IsWriting());
+    auto const write = [&](auto& value) {
+        stream.str("");
+        serializer.Serialize(value, "x");
+        return stream.str();
+    };
+
+    RawNode* raw = new RawLeaf;
+    raw->left = raw;
+    auto shared = std::make_shared<Node>();
+    std::pair<RawNode*, std::shared_ptr<Node>> pair(raw, shared);
+    std::string const nodeLines = "\n# -1\nOil\n# 0\n0\n0\n";
+    EXPECT_EQ(write(pair),
+              "2\nTests::RawLeaf 1\n0.00000000000000000000e+00\n# 1\n# 0\nTests::Node 2\n" + nodeLines);
+    Node* alias = shared.get(); // another object to the serializer, being held in another way
+    EXPECT_EQ(write(shared), "# 2\n");
+    EXPECT_EQ(write(alias), "Tests::Node 3\n" + nodeLines);
+    EXPECT_EQ(write(raw), "# 1\n");
+
+    struct Stranger : RawNode
+    {
+    };
+    RawNode* stranger = new Stranger;
+    EXPECT_THROW(write(stranger), SerializeException);
+    EXPECT_EQ(stream.str(), "");
+
+    // An object that dies before its document does not lend its identity to the next at its place.
+    for (std::string const id : {"4", "5", "6"})
+    {
+        auto mortal = std::make_shared<Node>();
+        EXPECT_EQ(write(mortal), "Tests::Node " + id + "\n" + nodeLines);
+    }
+}
+
+template<class Form>
+class SerializerFormTest : public ::testing::Test
+{
+protected:
+    // Reads what was written, into a target that already holds something.
+    template<class T>
+    static T Again(T value, T target = T())
+    {
+        Form::Read(Form::Write(value), target);
+        return target;
+    }
+
+    GraphGuard guard_;
+};
+TYPED_TEST_SUITE(SerializerFormTest, Forms);
+
+TYPED_TEST(SerializerFormTest, ContainersComeBackAndReplaceWhatWasThere)
+{
+    auto const same = [](auto value, auto target) { EXPECT_EQ(TestFixture::Again(value, target), value); };
+    using Text = std::vector<std::string>;
+
+    same(std::vector<int>{1, -2, 3}, std::vector<int>{9, 9, 9, 9});
+    same(std::vector<bool>{true, false, true}, std::vector<bool>{false});
+    same(std::deque<char>{'a', '\n', static_cast<char>(-1)}, std::deque<char>{});
+    same(std::list<std::optional<long>>{3L, std::nullopt}, std::list<std::optional<long>>{4});
+    same(std::set<std::string>{"b", "a", "<&>\\"}, std::set<std::string>{"old"});
+    same(std::multimap<int, double>{{1, 0.1}, {1, 1e-300}}, std::multimap<int, double>{});
+    same(std::unordered_map<std::string, short>{{"x", short{-1}}, {"y", short{2}}},
+         std::unordered_map<std::string, short>{{"z", short{3}}});
+    same(std::map<std::pair<int, bool>, std::array<Text, 2>>{{{1, true}, {Text{"p"}, Text{}}},
+                                                             {{0, false}, {Text{"q", "r s"}, Text{"\\n"}}}},
+         std::map<std::pair<int, bool>, std::array<Text, 2>>{});
+    same(std::optional<int>(), std::optional<int>(4));
+    same(std::array<std::array<std::size_t, 2>, 2>{{{0, 1}, {2, 0xFFFFFFFF}}},
+         std::array<std::array<std::size_t, 2>, 2>{});
+
+    std::vector<int> three{1, 2, 3};
+    std::array<int, 2> two{};
+    std::pair<int, int> pair;
+    std::optional<int> one;
+    std::string const document = TypeParam::Write(three);
+    EXPECT_THROW(TypeParam::Read(document, two), SerializeException);
+    EXPECT_THROW(TypeParam::Read(document, pair), SerializeException);
+    EXPECT_THROW(TypeParam::Read(document, one), SerializeException);
+}
+
+TYPED_TEST(SerializerFormTest, SharedAndCyclicRawObjectsKeepTheirShape)
+{
+    auto const top = new RawNode;
+    auto const leaf = new RawLeaf;
+    top->left = top->right = leaf;
+    leaf->left = top;
+    leaf->weight = 0.1;
+
+    std::vector<RawNode*> written{top, nullptr, leaf};
+    std::vector<RawNode*> read;
+    TypeParam::Read(TypeParam::Write(written), read);
+    ASSERT_EQ(read.size(), 3U);
+    ASSERT_NE(read[0], nullptr);
+    EXPECT_EQ(read[1], nullptr);
+    EXPECT_EQ(read[0]->left, read[2]);
+    EXPECT_EQ(read[0]->right, read[2]);
+    EXPECT_EQ(read[2]->left, read[0]);
+    EXPECT_EQ(read[2]->weight, 0.1);
+    EXPECT_NE(dynamic_cast<RawLeaf*>(read[2]), nullptr);
+    EXPECT_EQ(RawNode::Living().size(), 4U);
+}
+
+TYPED_TEST(SerializerFormTest, AClassThatThePointerCannotHoldIsRefusedAndFreed)
+{
+    std::shared_ptr<Node> node = std::make_shared<Node>();
+    std::shared_ptr<Valve> valve;
+    EXPECT_THROW(TypeParam::Read(TypeParam::Write(node), valve), SerializeException);
+    EXPECT_EQ(valve, nullptr);
+    EXPECT_EQ(Node::Living().size(), 1U);
+
+    RawNode* raw = new RawNode;
+    RawLeaf* leaf = nullptr;
+    EXPECT_THROW(TypeParam::Read(TypeParam::Write(raw), leaf), SerializeException);
+    EXPECT_EQ(leaf, nullptr);
+    EXPECT_EQ(RawNode::Living().size(), 1U);
+
+    // The same by reference.
+    auto twice = std::make_pair(node, node);
+    std::pair<std::shared_ptr<Node>, std::shared_ptr<Valve>> read;
+    EXPECT_THROW(TypeParam::Read(TypeParam::Write(twice), read), SerializeException);
+    EXPECT_NE(read.first, nullptr);
+    EXPECT_EQ(read.second, nullptr);
+}
+
+TYPED_TEST(SerializerFormTest, AnObjectMadeBeforeAFailureStaysWithItsPointer)
+{
+    std::vector<std::shared_ptr<Node>> nodes{std::make_shared<Node>(), std::make_shared<Node>()};
+    nodes[1]->name = "second";
+    nodes[1]->phase = Phase::Water;
+    std::string document = TypeParam::Write(nodes);
+    document.replace(document.find("Water"), 5, "Steam");
+    std::vector<std::shared_ptr<Node>> read;
+    EXPECT_THROW(TypeParam::Read(document, read), std::runtime_error);
+    ASSERT_EQ(read.size(), 2U);
+    EXPECT_EQ(read[1]->name, "second");
+
+    std::set<RawNode*> raw{new RawNode};
+    document = TypeParam::Write(raw);
+    document.replace(document.find("0.000"), 5, "zero!");
+    std::set<RawNode*> rawRead;
+    EXPECT_THROW(TypeParam::Read(document, rawRead), std::runtime_error);
+    EXPECT_EQ(rawRead.size(), 1U);
+}
+
+TEST(SerializerTest, ReferencesNeedAnObjectOfTheSameKind)
+{
+    GraphGuard const guard;
+    auto const failure = [](std::string const& id) {
+        return "Failed to deserialize object with tag 'x': Referenced object with id '" + id +
+               "' does not exist.";
+    };
+    for (std::string const id : {"7", "-1", "-2147483648"})
+    {
+        RawNode* raw = nullptr;
+        std::shared_ptr<Node> shared;
+        EXPECT_TRUE(Throws<SerializeException>([&] { TextForm::Read("# " + id + "\n", raw); }, failure(id)));
+        EXPECT_TRUE(
+            Throws<SerializeException>([&] { TextForm::Read("# " + id + "\n", shared); }, failure(id)));
+    }
+    std::shared_ptr<Node> value;
+    EXPECT_TRUE(Throws<SerializeException>([&] { XMLForm::Read(XML("<x ></x>"), value); }, failure("-1")));
+
+    std::pair<RawNode*, std::shared_ptr<Node>> kinds;
+    EXPECT_THROW(TextForm::Read("2\nTests::RawNode 1\n0\n# 0\n# 0\n# 1\n", kinds), SerializeException);
+    EXPECT_NE(kinds.first, nullptr);
+
+    // An identity that comes again is the later object's.
+    std::array<RawNode*, 3> three{};
+    TextForm::Read("3\nTests::RawNode 1\n1\n# 0\n# 0\nTests::RawNode 1\n2\n# 0\n# 0\n# 1\n", three);
+    EXPECT_NE(three[0], three[1]);
+    EXPECT_EQ(three[2], three[1]);
+}
+
+TEST(SerializerTest, ACreatorThatMakesNothingIsAFailure)
+{
+    class Nobody
+    {
+    };
+    std::shared_ptr<ISerializable> any;
+    auto const none = []() -> ISerializable* { return nullptr; };
+    Factory::GetFactory().Register("Tests::Nobody", none, typeid(Nobody));
+    EXPECT_THROW(TextForm::Read("Tests::Nobody 1\n", any), SerializeException);
+    Factory::GetFactory().Unregister("Tests::Nobody");
+}
+
+// One pointer to an object, and nothing that would free a long chain by recursion.
+struct Link : ISerializable
+{
+    Link* next = nullptr;
+    void Serialize(Serializer& serializer) override { serializer.Serialize(next, "x"); }
+};
+FactoryRegistrar<Link> const registerLink("L");
+
+struct Nest : ISerializable
+{
+    std::vector<Nest> nests;
+    void Serialize(Serializer& serializer) override { serializer.Serialize(nests, "x"); }
+};
+
+// Either all of it arrives or the failure is a SerializeException.
+template<class Form>
+void ReadChain(std::string const& document, std::size_t length)
+{
+    Link* chain = nullptr;
+    bool whole = true;
+    try
+    {
+        Form::Read(document, chain);
+    }
+    catch (SerializeException const&)
+    {
+        whole = false;
+    }
+    std::size_t found = 0;
+    for (; chain != nullptr; ++found)
+        delete std::exchange(chain, chain->next);
+    EXPECT_TRUE(whole ? found == length : found > 100 && found < length) << found;
+}
+
+template<class Action>
+void SucceedOrRefuse(Action&& action)
+{
+    try
+    {
+        action();
+    }
+    catch (SerializeException const&)
+    {}
+}
+
+void CheckDeepChains()
+{
+    constexpr std::size_t length = 1'000'000;
+    constexpr std::size_t xmlLength = 100'000;
+    std::vector<Link> links(length);
+    for (std::size_t i = 1; i < length; ++i)
+        links[i - 1].next = &links[i];
+    Link* first = links.data();
+    Nest nest;
+    SucceedOrRefuse([&] { EXPECT_GT(TextForm::Write(first).size(), length * 4); });
+    SucceedOrRefuse([&] { TextForm::Read("# -1\n" + Repeat(length, "1\n# -1\n") + "0\n", nest); });
+    ReadChain<TextForm>(Repeat(length, "L 1\n") + "# 0\n", length);
+    ReadChain<XMLForm>(XML(Repeat(xmlLength, "<x class='L'>") + Repeat(xmlLength, "</x>")), xmlLength);
+}
+
+TEST(SerializerTest, AChainTooDeepForTheStackIsAFailureAndNoCrash)
+{
+    CheckDeepChains();
+    std::thread(CheckDeepChains).join();
+}
+
+} // namespace
+
+} // namespace Zan::Orv::Core::Service::Tests
