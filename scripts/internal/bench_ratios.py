@@ -6,7 +6,7 @@
 The results come from --benchmark_out with repetitions; the medians count, and processor time. A benchmark is named
 "<path>/ours" or "<path>/<peer>", with "/<size>" behind it where it has one. A ratio is the peer's time by ours: above
 1 we are faster. Where ours has sizes that no peer has, all its sizes are listed by the time of one item, with "-" as
-the peer. Rows below their goal are marked; the exit code is 1 when a benchmark failed or one of ours has no peer.
+the peer. Rows below their goal are marked. The exit code is 1 when a benchmark failed, and not for a missed goal.
 """
 
 import argparse
@@ -117,13 +117,11 @@ def main():
                          for (path, size), peers in results.items() if peers.get("ours", (0, None))[1] is not None)
     print("\nallocations of one call of ours: " + ", ".join(f"{path} {count:.3g}" for path, count in allocations))
 
-    absent = sorted(set(goals) - {(row[0], row[1]) for row in rows})
-    for path, peer in absent:
-        print(f"no result: {path} {peer}")
+    absent = len(set(goals) - {(row[0], row[1]) for row in rows})
     for failure in failures:
         print(f"FAILED {failure}")
-    print(f"{len(ratios)} ratios, {missed} below their goal")
-    return 1 if failures or absent else 0
+    print(f"{len(ratios)} ratios, {missed} below their goal; {absent} goals were not measured")
+    return 1 if failures else 0
 
 
 if __name__ == "__main__":
