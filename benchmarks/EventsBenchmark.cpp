@@ -1,4 +1,5 @@
 #include "Batch.h"
+#include "Receiver.h"
 
 #include "orv/events/Delegate.h"
 #include "orv/events/Log.h"
@@ -19,18 +20,6 @@ using namespace OrvBenchmark;
 using namespace Zan::Orv::Core::Service;
 
 namespace {
-
-struct Progress : DelegateArgs
-{
-    long long step = 1;
-};
-
-struct Receiver
-{
-    void OnProgress(Progress* args) { total += args->step; }
-
-    long long total = 0;
-};
 
 // A receiver for each handler, and what they must have got after one call.
 std::vector<Receiver> MakeReceivers(benchmark::State const& state)

@@ -1,5 +1,6 @@
 #include "orv/events/Log.h"
 
+#include "orv/events/internal/PlainFormat.h"
 #include "orv/platform/BoundedFormat.h"
 
 #include <array>
@@ -55,7 +56,8 @@ ThreadState& State()
 char const* Format(char const* format, std::va_list arguments)
 {
     auto& buffer = State().format;
-    Platform::FormatBounded(buffer.data(), buffer.size(), format, arguments);
+    if (!Internal::FormatPlainly(buffer.data(), buffer.size(), format, arguments))
+        Platform::FormatBounded(buffer.data(), buffer.size(), format, arguments);
     return buffer.data();
 }
 

@@ -1,0 +1,6 @@
+#include "Receiver.h"
+
+void Receiver::OnProgress(Progress* args)
+{
+    total += args->step;
+}
