@@ -56,10 +56,36 @@ Iterator StepBack(SampleSeries const& samples, Iterator it)
     return it == samples.Begin() ? it : --it;
 }
 
-// Of two neighbours the closer one; the later one at equal distance.
-double Closer(SampleSeries::Sample const& earlier, SampleSeries::Sample const& later, long long time)
+// What stands around a moment: a sample at that very time, or those before and after it as far as there are any.
+struct Neighbours
 {
-    return time - earlier.time < later.time - time ? earlier.value : later.value;
+    SampleSeries::Sample const* at = nullptr;
+    SampleSeries::Sample const* earlier = nullptr;
+    SampleSeries::Sample const* later = nullptr;
+};
+
+Neighbours FindNeighbours(SampleSeries const& samples, long long moment)
+{
+    Neighbours found;
+    Iterator it = samples.LowerBound(moment);
+    if (it == samples.End())
+        return found;
+    if (it->time == moment)
+    {
+        found.at = &*it;
+        return found;
+    }
+    found.later = &*it;
+    if (it != samples.Begin())
+        found.earlier = &*--it;
+    return found;
+}
+
+// The closer neighbour; the later one at equal distance.
+double Closer(Neighbours const& around, long long moment)
+{
+    auto const& [at, earlier, later] = around;
+    return moment - earlier->time < later->time - moment ? earlier->value : later->value;
 }
 
 } // namespace
@@ -130,15 +156,10 @@ double TimeAverager::getLinearPointValue(Time const& time) const
     if (OutOfRange(time))
         return NullValue;
     long long const moment = CountOf(time);
-    Iterator const later = samples_->LowerBound(moment);
-    if (later == samples_->End())
-        return NullValue;
-    if (later->time == moment || later == samples_->Begin())
-        return later->value;
-
-    Iterator earlier = later;
-    --earlier;
-    if (IsNullValue(earlier->value) || IsNullValue(later->value))
+    auto const [at, earlier, later] = FindNeighbours(*samples_, moment);
+    if (at != nullptr)
+        return at->value;
+    if (earlier == nullptr || IsNullValue(earlier->value) || IsNullValue(later->value))
         return NullValue;
     return (earlier->value - later->value) * (static_cast<double>(moment - later->time) /
                                               static_cast<double>(earlier->time - later->time)) +
@@ -150,14 +171,10 @@ double TimeAverager::getNearestPointValue(Time const& time) const
     if (OutOfRange(time))
         return NullValue;
     long long const moment = CountOf(time);
-    Iterator const later = samples_->LowerBound(moment);
-    if (later == samples_->End())
-        return NullValue;
-    if (later->time == moment || later == samples_->Begin())
-        return later->value;
-    Iterator earlier = later;
-    --earlier;
-    return Closer(*earlier, *later, moment);
+    Neighbours const around = FindNeighbours(*samples_, moment);
+    if (around.at != nullptr)
+        return around.at->value;
+    return around.earlier != nullptr ? Closer(around, moment) : NullValue;
 }
 
 double TimeAverager::getNearestPointValue(Time const& time, Time const& from, Time const& to) const
@@ -167,23 +184,19 @@ double TimeAverager::getNearestPointValue(Time const& time, Time const& from, Ti
     if (time == to && from != time)
         return NullValue;
     long long const moment = CountOf(time);
-    Iterator const later = samples_->LowerBound(moment);
-    if (later == samples_->End())
-        return NullValue;
-    if (later->time == moment)
-        return later->value;
-    if (later == samples_->Begin())
+    Neighbours const around = FindNeighbours(*samples_, moment);
+    if (around.at != nullptr)
+        return around.at->value;
+    if (around.earlier == nullptr)
         return NullValue;
 
-    Iterator earlier = later;
-    --earlier;
-    bool const earlierInside = earlier->time >= CountOf(from);
-    bool const laterInside = later->time < CountOf(to);
+    bool const earlierInside = around.earlier->time >= CountOf(from);
+    bool const laterInside = around.later->time < CountOf(to);
     if (earlierInside && laterInside)
-        return Closer(*earlier, *later, moment);
+        return Closer(around, moment);
     if (earlierInside)
-        return earlier->value;
-    return laterInside ? later->value : NullValue;
+        return around.earlier->value;
+    return laterInside ? around.later->value : NullValue;
 }
 
 double TimeAverager::getAverageValue(Time const& from, Time const& to, TimeAverageStyle style) const

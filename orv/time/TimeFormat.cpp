@@ -1,6 +1,7 @@
 #include "orv/time/TimeFormat.h"
 
 #include "orv/foundation/Exception.h"
+#include "orv/foundation/internal/Characters.h"
 #include "orv/serialization/Serializer.h"
 #include "orv/time/Time.h"
 #include "orv/time/internal/Calendar.h"
@@ -390,7 +391,7 @@ private:
         for (; digits > 0; --digits)
         {
             int const c = Peek();
-            if (c < '0' || c > '9')
+            if (!Internal::IsDigit(c))
                 break;
             number = 10 * number + (c - '0');
             Consume();

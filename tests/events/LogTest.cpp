@@ -1,20 +1,76 @@
 #include "orv/events/Log.h"
 
+#include "orv/events/CErrLogService.h"
 #include "orv/events/LogEnabler.h"
-#include "tests/support/ExpectThrow.h"
 #include "tests/support/LogRecorder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <memory>
-#include <stdexcept>
+#include <cmath>
+#include <cstdio>
+#include <iostream>
+#include <limits>
+#include <random>
+#include <sstream>
+#include <streambuf>
 #include <string>
 #include <thread>
 
 namespace Zan::Orv::Core::Service::Tests {
 
 using ::testing::ElementsAre;
+
+namespace {
+
+// Stands in for the standard error stream, and ends the service.
+struct CapturedCErr : std::ostringstream
+{
+    std::streambuf* const previous = std::cerr.rdbuf(rdbuf());
+
+    ~CapturedCErr() override
+    {
+        CErrLogService::Stop();
+        std::cerr.rdbuf(previous);
+    }
+};
+
+// The C library's own formatting is the measure.
+template<class... Arguments>
+void ExpectAsPrintf(char const* format, Arguments... arguments)
+{
+    char expected[1000];
+    std::snprintf(expected, sizeof expected, format, arguments...);
+    LogRecorder log;
+    Log::LogIF(format, arguments...);
+    EXPECT_THAT(log.messages, ElementsAre(std::string("1:") + expected)) << format;
+}
+
+} // namespace
+
+TEST(LogTest, FormatsAsPrintfDoes)
+{
+    long const host = std::numeric_limits<long>::min();
+    long long const least = std::numeric_limits<long long>::min();
+    ExpectAsPrintf("%i|%u|%x|%c|%%", std::numeric_limits<int>::min(), 4294967295u, 0xABCDEFu, 'c');
+    ExpectAsPrintf("%ld %lu %lld %llu %llx", host, ~0ul, least, ~0ull, ~0ull);
+    ExpectAsPrintf("%zu of %s and %s", std::size_t{7}, "seven", "");
+    ExpectAsPrintf("%5d|%-5d|%05d|%+d|%#x|%.3d|%*d", 1, 2, 3, 4, 5, 6, 7, 8);
+    ExpectAsPrintf("%10s|%.2s|%-4s|%hhd|%hu|%p|%X", "right", "cut", "l", 300, 70000, nullptr, 0xABu);
+    ExpectAsPrintf("%10.3f|%-8.1e|%G|%a", 1.5, 2.5, 3.5e-7, 1.0);
+    double const odd[] = {0.0, -0.0, std::numeric_limits<double>::infinity(), std::nan(""), 5e-324, 1e308};
+    for (double const value : odd)
+        ExpectAsPrintf("%g %e %f", value, value, value);
+
+    std::mt19937_64 random(20011229);
+    for (int i = 0; i < 500; ++i)
+    {
+        double const value =
+            std::ldexp(static_cast<double>(random()), static_cast<int>(random() % 200) - 160);
+        ExpectAsPrintf("%g|%.0g|%.17g|%e|%.0e|%.12e|%f|%.0f|%.3f", value, value, value, value, value, value,
+                       value, value, -value);
+    }
+}
 
 TEST(LogTest, DeliversTextAndSeverity)
 {
@@ -56,9 +112,8 @@ TEST(LogTest, EnablersNestAndRestoreWhatTheyFound)
             LogEnabler const loud(true);
             Log::LogE("two");
             Log::enable(false); // meddling in the scope does not outlive it
-            LogEnabler copy(loud);
+            LogEnabler const copy(loud);
             Log::LogEF("%s", "three");
-            Log::enable(true);
         }
         EXPECT_FALSE(Log::isEnabled());
     }
@@ -82,42 +137,38 @@ TEST(LogTest, EveryThreadHasItsOwnLog)
     EXPECT_THAT(mine.messages, ElementsAre("2:here"));
 }
 
-TEST(LogTest, HandlersMayThrow)
+TEST(LogTest, HandlersMayLogAndSwitchOff)
 {
-    LogRecorder before;
-    LogRecorder thrower([](LogMessageArgs const& args) {
-        if (args.GetSeverity() == MessageSeverity::Error)
-            throw std::logic_error(args.GetLogMessage());
-    });
-    LogRecorder after;
-    EXPECT_TRUE(Throws<std::logic_error>([] { Log::LogEF("%s", "x"); }, "x"));
-    Log::LogI("y");
-    EXPECT_THAT(before.messages, ElementsAre("3:x", "1:y"));
-    EXPECT_THAT(after.messages, ElementsAre("1:y"));
-}
-
-TEST(LogTest, HandlersMayLogSubscribeUnsubscribeAndSwitchOff)
-{
-    std::unique_ptr<LogRecorder> added;
-    std::unique_ptr<LogRecorder> removed;
-    LogRecorder busy([&](LogMessageArgs const& args) {
+    LogRecorder busy([](LogMessageArgs const& args) {
         if (args.GetSeverity() != MessageSeverity::Error)
             return;
-        removed.reset();
         Log::LogIF("%s", "written over the text of the message in flight");
-        added = std::make_unique<LogRecorder>();
         Log::enable(false);
     });
-    removed = std::make_unique<LogRecorder>([](LogMessageArgs const&) { ADD_FAILURE() << "was removed"; });
     LogRecorder last;
-
     Log::LogEF("%s message, longer than any small string", "outer");
     Log::LogE("dropped");
     Log::enable(true);
     EXPECT_THAT(last.messages, ElementsAre("1:written over the text of the message in flight",
                                            "3:outer message, longer than any small string"));
-    ASSERT_NE(added, nullptr);
-    EXPECT_THAT(added->messages, ElementsAre("3:outer message, longer than any small string"));
+}
+
+TEST(CErrLogServiceTest, WritesEachMessageOnce)
+{
+    CapturedCErr const captured;
+    Log::LogE("before");
+    CErrLogService::Start();
+    CErrLogService::Start();
+    Log::LogE("no file");
+    Log::LogW("old");
+    Log::LogI("");
+    Log::SendLogMessage("plain", MessageSeverity::Plain);
+    Log::SendLogMessage("own", static_cast<MessageSeverity>(4));
+    CErrLogService::Stop();
+    Log::LogE("between");
+    CErrLogService::Start();
+    Log::LogE("again");
+    EXPECT_EQ(captured.str(), "Error: no file\nWarning: old\nInfo: \nplain\nownError: again\n");
 }
 
 } // namespace Zan::Orv::Core::Service::Tests

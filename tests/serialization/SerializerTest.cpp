@@ -38,7 +38,7 @@ TEST(SerializerTest, EveryTypeHasItsElements)
               "<x><item><item>true</item></item><item></item></x>");
     EXPECT_EQ(Body(std::map<int, std::string>{{4, "y"}}), "<x><item><item>4</item><item>y</item></item></x>");
     EXPECT_EQ(Body(std::optional<int>(6)) + Body(std::optional<int>()), "<x><item>6</item></x><x></x>");
-    EXPECT_EQ(Body(PhaseWrapper(Phase::Water)), "<x ><value>Water</value></x>");
+    EXPECT_EQ(Body(PhaseWrapper(Phase::Gas)), "<x ><value>Gas &amp; condensate</value></x>");
 }
 
 TEST(SerializerTest, IdentitiesRiseWithFirstSightAcrossBothKinds)
@@ -47,7 +47,6 @@ TEST(SerializerTest, IdentitiesRiseWithFirstSightAcrossBothKinds)
     std::ostringstream stream;
     StreamOutputSerializer writer(stream);
     Serializer serializer(writer);
-    EXPECT_TRUE(serializer.IsWriting());
     auto const write = [&](auto& value) {
         stream.str("");
         serializer.Serialize(value, "x");
@@ -58,7 +57,7 @@ TEST(SerializerTest, IdentitiesRiseWithFirstSightAcrossBothKinds)
     raw->left = raw;
     auto shared = std::make_shared<Node>();
     std::pair<RawNode*, std::shared_ptr<Node>> pair(raw, shared);
-    std::string const nodeLines = "\n# -1\nOil\n# 0\n0\n0\n";
+    std::string const nodeLines = "\n# -1\nOil\n0\n0\n";
     EXPECT_EQ(write(pair),
               "2\nTests::RawLeaf 1\n0.00000000000000000000e+00\n# 1\n# 0\nTests::Node 2\n" + nodeLines);
     Node* alias = shared.get(); // another object to the serializer, being held in another way
@@ -81,50 +80,56 @@ TEST(SerializerTest, IdentitiesRiseWithFirstSightAcrossBothKinds)
     }
 }
 
-template<class Form>
-class SerializerFormTest : public ::testing::Test
+TEST(SerializerTest, EnumerationsAreTheirExactNames)
 {
-protected:
-    // Reads what was written, into a target that already holds something.
-    template<class T>
-    static T Again(T value, T target = T())
-    {
-        Form::Read(Form::Write(value), target);
-        return target;
-    }
+    auto const fails = [](auto action, std::string const& conversion, std::string const& value) {
+        EXPECT_TRUE(Throws<std::runtime_error>(
+            action, "Failed to convert " + conversion +
+                        " [type='enum Zan::Orv::Core::Service::Tests::Phase::Enum' value='" + value + "']"));
+    };
+    PhaseWrapper wrapper(Phase::Gas);
+    EXPECT_EQ(TextForm::Write(wrapper), "# -1\nGas & condensate\n");
+    for (std::string const name : {"", "oil", "OIL", "Oil ", " Oil", "Oi", "0"})
+        fails([&] { TextForm::Read("# -1\n" + name + "\n", wrapper); }, "string to enum", name);
+    fails([&] { XMLForm::Read(XML(""), wrapper); }, "string to enum", "");
+    EXPECT_EQ(wrapper.Get(), Phase::Gas);
+    PhaseWrapper nameless(static_cast<Phase::Enum>(3));
+    fails([&] { TextForm::Write(nameless); }, "enum to string", "3");
+    EXPECT_EQ(PhaseWrapper().Get(), Phase::Oil);
+}
 
-    GraphGuard guard_;
+template<class Form>
+struct SerializerFormTest : ::testing::Test
+{
+    GraphGuard guard;
 };
 TYPED_TEST_SUITE(SerializerFormTest, Forms);
 
 TYPED_TEST(SerializerFormTest, ContainersComeBackAndReplaceWhatWasThere)
 {
-    auto const same = [](auto value, auto target) { EXPECT_EQ(TestFixture::Again(value, target), value); };
+    auto const same = [](auto value, auto target) {
+        TypeParam::Read(TypeParam::Write(value), target);
+        EXPECT_EQ(target, value);
+    };
     using Text = std::vector<std::string>;
 
-    same(std::vector<int>{1, -2, 3}, std::vector<int>{9, 9, 9, 9});
     same(std::vector<bool>{true, false, true}, std::vector<bool>{false});
-    same(std::deque<char>{'a', '\n', static_cast<char>(-1)}, std::deque<char>{});
-    same(std::list<std::optional<long>>{3L, std::nullopt}, std::list<std::optional<long>>{4});
+    same(std::deque<char>{'a', '\n', static_cast<char>(-1)}, std::deque<char>{'b', 'c', 'd', 'e'});
+    same(std::list<std::optional<long>>{3L, std::nullopt}, std::list<std::optional<long>>{4, 5});
     same(std::set<std::string>{"b", "a", "<&>\\"}, std::set<std::string>{"old"});
-    same(std::multimap<int, double>{{1, 0.1}, {1, 1e-300}}, std::multimap<int, double>{});
+    same(std::multimap<int, double>{{1, 0.1}, {1, 1e-300}}, std::multimap<int, double>{{1, 2.0}});
     same(std::unordered_map<std::string, short>{{"x", short{-1}}, {"y", short{2}}},
          std::unordered_map<std::string, short>{{"z", short{3}}});
-    same(std::map<std::pair<int, bool>, std::array<Text, 2>>{{{1, true}, {Text{"p"}, Text{}}},
-                                                             {{0, false}, {Text{"q", "r s"}, Text{"\\n"}}}},
-         std::map<std::pair<int, bool>, std::array<Text, 2>>{});
-    same(std::optional<int>(), std::optional<int>(4));
-    same(std::array<std::array<std::size_t, 2>, 2>{{{0, 1}, {2, 0xFFFFFFFF}}},
-         std::array<std::array<std::size_t, 2>, 2>{});
+    using Nested = std::map<std::pair<int, bool>, std::array<Text, 2>>;
+    same(Nested{{{1, true}, {Text{"p"}, Text{}}}, {{0, false}, {Text{"q", "r s"}, Text{"\\n"}}}}, Nested{});
 
-    std::vector<int> three{1, 2, 3};
-    std::array<int, 2> two{};
-    std::pair<int, int> pair;
-    std::optional<int> one;
-    std::string const document = TypeParam::Write(three);
-    EXPECT_THROW(TypeParam::Read(document, two), SerializeException);
-    EXPECT_THROW(TypeParam::Read(document, pair), SerializeException);
-    EXPECT_THROW(TypeParam::Read(document, one), SerializeException);
+    auto const refused = [document = XML("<x><item>1</item><item>2</item><item>3</item></x>")](auto target) {
+        EXPECT_THROW(XMLForm::Read(document, target), SerializeException);
+        EXPECT_THROW(TextForm::Read("3\n1\n2\n3\n", target), SerializeException);
+    };
+    refused(std::array<int, 2>());
+    refused(std::pair<int, int>());
+    refused(std::optional<int>());
 }
 
 TYPED_TEST(SerializerFormTest, SharedAndCyclicRawObjectsKeepTheirShape)
@@ -133,7 +138,6 @@ TYPED_TEST(SerializerFormTest, SharedAndCyclicRawObjectsKeepTheirShape)
     auto const leaf = new RawLeaf;
     top->left = top->right = leaf;
     leaf->left = top;
-    leaf->weight = 0.1;
 
     std::vector<RawNode*> written{top, nullptr, leaf};
     std::vector<RawNode*> read;
@@ -141,83 +145,74 @@ TYPED_TEST(SerializerFormTest, SharedAndCyclicRawObjectsKeepTheirShape)
     ASSERT_EQ(read.size(), 3U);
     ASSERT_NE(read[0], nullptr);
     EXPECT_EQ(read[1], nullptr);
-    EXPECT_EQ(read[0]->left, read[2]);
-    EXPECT_EQ(read[0]->right, read[2]);
-    EXPECT_EQ(read[2]->left, read[0]);
-    EXPECT_EQ(read[2]->weight, 0.1);
+    EXPECT_TRUE(read[0]->left == read[2] && read[0]->right == read[2] && read[2]->left == read[0]);
     EXPECT_NE(dynamic_cast<RawLeaf*>(read[2]), nullptr);
     EXPECT_EQ(RawNode::Living().size(), 4U);
 }
 
 TYPED_TEST(SerializerFormTest, AClassThatThePointerCannotHoldIsRefusedAndFreed)
 {
-    std::shared_ptr<Node> node = std::make_shared<Node>();
-    std::shared_ptr<Valve> valve;
-    EXPECT_THROW(TypeParam::Read(TypeParam::Write(node), valve), SerializeException);
-    EXPECT_EQ(valve, nullptr);
-    EXPECT_EQ(Node::Living().size(), 1U);
+    auto const node = std::make_shared<Node>();
+    std::pair both(node, node); // the second is a reference
+    std::pair<std::shared_ptr<Node>, std::shared_ptr<Valve>> read;
+    EXPECT_THROW(TypeParam::Read(TypeParam::Write(both), read), SerializeException);
+    EXPECT_TRUE(read.first != nullptr && read.second == nullptr);
+    std::pair<std::shared_ptr<Valve>, int> first;
+    EXPECT_THROW(TypeParam::Read(TypeParam::Write(both), first), SerializeException);
+    EXPECT_EQ(first.first, nullptr);
+    EXPECT_EQ(Node::Living().size(), 2U);
 
     RawNode* raw = new RawNode;
     RawLeaf* leaf = nullptr;
     EXPECT_THROW(TypeParam::Read(TypeParam::Write(raw), leaf), SerializeException);
     EXPECT_EQ(leaf, nullptr);
     EXPECT_EQ(RawNode::Living().size(), 1U);
-
-    // The same by reference.
-    auto twice = std::make_pair(node, node);
-    std::pair<std::shared_ptr<Node>, std::shared_ptr<Valve>> read;
-    EXPECT_THROW(TypeParam::Read(TypeParam::Write(twice), read), SerializeException);
-    EXPECT_NE(read.first, nullptr);
-    EXPECT_EQ(read.second, nullptr);
 }
 
 TYPED_TEST(SerializerFormTest, AnObjectMadeBeforeAFailureStaysWithItsPointer)
 {
     std::vector<std::shared_ptr<Node>> nodes{std::make_shared<Node>(), std::make_shared<Node>()};
-    nodes[1]->name = "second";
     nodes[1]->phase = Phase::Water;
-    std::string document = TypeParam::Write(nodes);
-    document.replace(document.find("Water"), 5, "Steam");
-    std::vector<std::shared_ptr<Node>> read;
-    EXPECT_THROW(TypeParam::Read(document, read), std::runtime_error);
-    ASSERT_EQ(read.size(), 2U);
-    EXPECT_EQ(read[1]->name, "second");
-
     std::set<RawNode*> raw{new RawNode};
-    document = TypeParam::Write(raw);
-    document.replace(document.find("0.000"), 5, "zero!");
-    std::set<RawNode*> rawRead;
-    EXPECT_THROW(TypeParam::Read(document, rawRead), std::runtime_error);
-    EXPECT_EQ(rawRead.size(), 1U);
+    std::string document = TypeParam::Write(nodes);
+    std::string rawDocument = TypeParam::Write(raw);
+    document.replace(document.find("Water"), 5, "Steam");
+    rawDocument.replace(rawDocument.find("0.000"), 5, "zero!");
+    nodes.clear();
+    raw.clear();
+    EXPECT_THROW(TypeParam::Read(document, nodes), std::runtime_error);
+    EXPECT_THROW(TypeParam::Read(rawDocument, raw), std::runtime_error);
+    EXPECT_EQ(nodes.size() * 10 + raw.size(), 21U);
 }
 
 TEST(SerializerTest, ReferencesNeedAnObjectOfTheSameKind)
 {
     GraphGuard const guard;
-    auto const failure = [](std::string const& id) {
-        return "Failed to deserialize object with tag 'x': Referenced object with id '" + id +
-               "' does not exist.";
+    auto const missing = [](auto action, std::string const& id) {
+        std::string const head = "Failed to deserialize object with tag 'x': Referenced object with id '";
+        EXPECT_TRUE(Throws<SerializeException>(action, head + id + "' does not exist."));
     };
+    RawNode* raw = nullptr;
+    std::shared_ptr<Node> shared;
     for (std::string const id : {"7", "-1", "-2147483648"})
     {
-        RawNode* raw = nullptr;
-        std::shared_ptr<Node> shared;
-        EXPECT_TRUE(Throws<SerializeException>([&] { TextForm::Read("# " + id + "\n", raw); }, failure(id)));
-        EXPECT_TRUE(
-            Throws<SerializeException>([&] { TextForm::Read("# " + id + "\n", shared); }, failure(id)));
+        missing([&] { TextForm::Read("# " + id + "\n", raw); }, id);
+        missing([&] { TextForm::Read("# " + id + "\n", shared); }, id);
     }
-    std::shared_ptr<Node> value;
-    EXPECT_TRUE(Throws<SerializeException>([&] { XMLForm::Read(XML("<x ></x>"), value); }, failure("-1")));
+    missing([&] { XMLForm::Read(XML("<x ></x>"), shared); }, "-1");
 
     std::pair<RawNode*, std::shared_ptr<Node>> kinds;
     EXPECT_THROW(TextForm::Read("2\nTests::RawNode 1\n0\n# 0\n# 0\n# 1\n", kinds), SerializeException);
     EXPECT_NE(kinds.first, nullptr);
 
-    // An identity that comes again is the later object's.
-    std::array<RawNode*, 3> three{};
-    TextForm::Read("3\nTests::RawNode 1\n1\n# 0\n# 0\nTests::RawNode 1\n2\n# 0\n# 0\n# 1\n", three);
-    EXPECT_NE(three[0], three[1]);
-    EXPECT_EQ(three[2], three[1]);
+    // An identity that comes again is the later object's, and may be any number.
+    for (std::string const id : {" 1\n", " -5\n"})
+    {
+        std::string const object = "Tests::RawNode" + id + "1\n# 0\n# 0\n";
+        std::array<RawNode*, 3> three{};
+        TextForm::Read("3\n" + object + object + "#" + id, three);
+        EXPECT_TRUE(three[0] != three[1] && three[2] == three[1]) << id;
+    }
 }
 
 TEST(SerializerTest, ACreatorThatMakesNothingIsAFailure)
@@ -246,35 +241,19 @@ struct Nest : ISerializable
     void Serialize(Serializer& serializer) override { serializer.Serialize(nests, "x"); }
 };
 
-// Either all of it arrives or the failure is a SerializeException.
-template<class Form>
-void ReadChain(std::string const& document, std::size_t length)
-{
-    Link* chain = nullptr;
-    bool whole = true;
-    try
-    {
-        Form::Read(document, chain);
-    }
-    catch (SerializeException const&)
-    {
-        whole = false;
-    }
-    std::size_t found = 0;
-    for (; chain != nullptr; ++found)
-        delete std::exchange(chain, chain->next);
-    EXPECT_TRUE(whole ? found == length : found > 100 && found < length) << found;
-}
-
+// Either all of it succeeds or the failure is a SerializeException.
 template<class Action>
-void SucceedOrRefuse(Action&& action)
+bool SucceedOrRefuse(Action&& action)
 {
     try
     {
         action();
+        return true;
     }
     catch (SerializeException const&)
-    {}
+    {
+        return false;
+    }
 }
 
 void CheckDeepChains()
@@ -288,14 +267,23 @@ void CheckDeepChains()
     Nest nest;
     SucceedOrRefuse([&] { EXPECT_GT(TextForm::Write(first).size(), length * 4); });
     SucceedOrRefuse([&] { TextForm::Read("# -1\n" + Repeat(length, "1\n# -1\n") + "0\n", nest); });
-    ReadChain<TextForm>(Repeat(length, "L 1\n") + "# 0\n", length);
-    ReadChain<XMLForm>(XML(Repeat(xmlLength, "<x class='L'>") + Repeat(xmlLength, "</x>")), xmlLength);
+
+    auto const readChain = [](auto form, std::string const& document, std::size_t expected) {
+        Link* chain = nullptr;
+        bool const whole = SucceedOrRefuse([&] { decltype(form)::Read(document, chain); });
+        std::size_t found = 0;
+        for (; chain != nullptr; ++found)
+            delete std::exchange(chain, chain->next);
+        EXPECT_TRUE(whole ? found == expected : found > 100 && found < expected) << found;
+    };
+    readChain(TextForm(), Repeat(length, "L 1\n") + "# 0\n", length);
+    readChain(XMLForm(), XML(Repeat(xmlLength, "<x class='L'>") + Repeat(xmlLength, "</x>")), xmlLength);
 }
 
 TEST(SerializerTest, AChainTooDeepForTheStackIsAFailureAndNoCrash)
 {
     CheckDeepChains();
-    std::thread(CheckDeepChains).join();
+    std::thread(CheckDeepChains).join(); // whose stack is another
 }
 
 } // namespace

@@ -4,26 +4,24 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <limits>
-#include <map>
 #include <stdexcept>
-#include <typeinfo>
 
 namespace Zan::Orv::Core::Service::Tests {
 
 namespace {
 
 // A reader of a document around `body`.
-class Reader
+struct Reader
 {
-public:
-    explicit Reader(std::string const& body) : stream_(XML(body)), xml_(stream_, "doc") {}
+    explicit Reader(std::string const& body) : stream(XML(body)), xml(stream, "doc") {}
 
     template<class T>
     T Get(char const* tag, std::size_t index = 0, T value = T())
     {
-        xml_.Scalar(tag, index, value);
+        xml.Scalar(tag, index, value);
         return value;
     }
 
@@ -34,22 +32,21 @@ public:
     {
         std::string className = "old";
         int id = 99;
-        xml_.StartObject(tag, index, className, id);
+        xml.StartObject(tag, index, className, id);
         return className + '#' + std::to_string(id);
     }
 
-    std::size_t StartArray(char const* tag, std::size_t index = 0)
+    std::size_t StartArray(char const* tag)
     {
         std::size_t count = 99;
-        xml_.StartArray(tag, index, count);
+        xml.StartArray(tag, 0, count);
         return count;
     }
 
-    void End() { xml_.EndObject(""); }
+    void End() { xml.EndObject(""); }
 
-private:
-    std::istringstream stream_;
-    XMLInputSerializer xml_;
+    std::istringstream stream;
+    XMLInputSerializer xml;
 };
 
 template<class T>
@@ -62,27 +59,18 @@ TEST(XMLInputSerializerTest, IntegersAreTheirLeadingDigitsIn32Bits)
 {
     constexpr int lowest = std::numeric_limits<std::int32_t>::min();
     constexpr int highest = std::numeric_limits<std::int32_t>::max();
-    std::map<std::string, int> const cases = {{"12", 12},
-                                              {" \n\t-12 wells", -12},
-                                              {"+5", 5},
-                                              {"-+5", 0},
-                                              {"wells", 0},
-                                              {"- 5", 0},
-                                              {"0x10", 0},
-                                              {"007", 7},
-                                              {"1.9", 1},
-                                              {"70000", 70000},
-                                              {"2147483647", highest},
-                                              {"-2147483648", lowest}};
-    for (auto const& [text, value] : cases)
+    for (int const value : {0, 7, -12, 70000, lowest, highest})
     {
-        EXPECT_EQ(Value<int>(text), value) << text;
-        EXPECT_EQ(Value<long long>(text), value) << text;
-        EXPECT_EQ(Value<short>(text), static_cast<short>(value)) << text;
-        EXPECT_EQ(Value<unsigned short>(text), static_cast<unsigned short>(value)) << text;
-        EXPECT_EQ(Value<signed char>(text), static_cast<signed char>(value)) << text;
-        EXPECT_EQ(Value<unsigned char>(text), static_cast<unsigned char>(value)) << text;
+        std::string const digits = std::to_string(value);
+        for (std::string const& text : {digits, " \n\t" + digits + " wells", digits + ".9", digits + "x10"})
+        {
+            EXPECT_EQ(Value<long long>(text), value) << text;
+            EXPECT_EQ(Value<short>(text), static_cast<short>(value)) << text;
+            EXPECT_EQ(Value<unsigned char>(text), static_cast<unsigned char>(value)) << text;
+        }
     }
+    for (std::string const text : {"wells", "-+5", "- 5", ""})
+        EXPECT_EQ(Value<int>("+005") + Value<int>(text), 5) << text;
     for (std::string const text : {"4294967296", "9223372036854775807", "99999999999999999999999"})
     {
         EXPECT_EQ(Value<long long>(text), highest) << text;
@@ -91,7 +79,6 @@ TEST(XMLInputSerializerTest, IntegersAreTheirLeadingDigitsIn32Bits)
         EXPECT_EQ(Value<unsigned long long>("-" + text), 4294967295U) << text;
     }
     EXPECT_EQ(Value<unsigned int>("4294967295"), 4294967295U);
-    EXPECT_EQ(Value<unsigned long long>("4294967295"), 4294967295U);
     EXPECT_EQ(Value<unsigned long long>("-4294967295"), 1U);
 }
 
@@ -99,21 +86,9 @@ TEST(XMLInputSerializerTest, NumbersAndBooleansAreStrict)
 {
     EXPECT_EQ(Value<double>("1.5\n"), 1.5);
     EXPECT_EQ(Value<float>("\n 1e-1"), 0.1f);
-    EXPECT_NE(Value<double>("NaN"), Value<double>("NaN"));
     EXPECT_TRUE(Throws<std::runtime_error>([] { Value<double>("abc"); }, "Unrecognized number: 'abc'"));
-    try
-    {
-        Value<float>("-Inf\n");
-        ADD_FAILURE() << "read an infinity";
-    }
-    catch (std::exception const& e)
-    {
-        EXPECT_EQ(typeid(e), typeid(std::exception));
-    }
-
-    EXPECT_TRUE(Value<bool>("true"));
-    EXPECT_FALSE(Value<bool>("false", true));
-    EXPECT_TRUE(Value<bool>("", true));
+    EXPECT_THROW(Value<float>("-Inf\n"), std::exception);
+    EXPECT_TRUE(Value<bool>("true") && !Value<bool>("false", true) && Value<bool>("", true));
     for (std::string const text : {"1", "TRUE", " true", "true ", "truefalse"})
         EXPECT_TRUE(Throws<SerializeException>([&] { Value<bool>(text); },
                                                "Invalid boolean value: '" + text + "' in tag 't'."));
@@ -124,20 +99,17 @@ TEST(XMLInputSerializerTest, WhatIsMissingLeavesItsTargetAlone)
     for (char const* const body : {"", "<T>1</T>", "<t/>", "<t></t>", "<t><u>1</u></t>", "<u><t>1</t></u>"})
     {
         Reader reader(body);
-        EXPECT_EQ(reader.Get<int>("t", 0, 7), 7) << body;
-        EXPECT_EQ(reader.Get<double>("t", 0, 7.5), 7.5) << body;
-        EXPECT_EQ(reader.Get<bool>("t", 0, true), true) << body;
-        EXPECT_EQ(reader.Text("t"), "none") << body;
+        bool const kept = reader.Get<int>("t", 0, 7) == 7 && reader.Get<double>("t", 0, 7.5) == 7.5 &&
+                          reader.Get<bool>("t", 0, true) && reader.Text("t") == "none";
+        EXPECT_TRUE(kept) << body;
     }
 
     Reader reader("<a> <item/>text<!-- x --><?pi x?><![CDATA[<item/>]]></a>");
-    EXPECT_EQ(reader.Start("object"), "#0");
-    EXPECT_EQ(reader.Start("inner"), "#0");
+    EXPECT_EQ(reader.Start("object") + reader.Start("inner"), "#0#0");
     EXPECT_EQ(reader.StartArray("array"), 0U);
     EXPECT_EQ(reader.Text("t"), "none");
-    reader.End();
-    reader.End();
-    reader.End();
+    for (int i = 0; i < 3; ++i)
+        reader.End();
     // What was missed has become a part of the tree, for a look-up that begins at the first child.
     EXPECT_EQ(reader.StartArray("a"), 1U);
     EXPECT_EQ(reader.Start("b"), "#0");
@@ -151,13 +123,13 @@ TEST(XMLInputSerializerTest, AttributesTellClassAndIdentity)
     Reader reader(
         "<o/><o id=''/><o id='0'/><o id='7' class='N::C'/><o class='N::C'/><o id=' 12x'/><o id='x'/>"
         "<o other='1'/><o id='99999999999'/>");
-    char const* const expected[] = {"#-1", "#-1", "#0",  "N::C#7",     "N::C#-1",
-                                    "#12", "#0",  "#-1", "#2147483647"};
-    for (std::size_t i = 0; i < std::size(expected); ++i)
+    std::string found;
+    for (std::size_t i = 0; i < 9; ++i)
     {
-        EXPECT_EQ(reader.Start("o", i), expected[i]) << i;
+        found += reader.Start("o", i) + ' ';
         reader.End();
     }
+    EXPECT_EQ(found, "#-1 #-1 #0 N::C#7 N::C#-1 #12 #0 #-1 #2147483647 ");
 }
 
 TEST(XMLInputSerializerTest, ElementsAreFoundByIndexInAnyOrder)
@@ -169,11 +141,11 @@ TEST(XMLInputSerializerTest, ElementsAreFoundByIndexInAnyOrder)
     {
         Reader one(body);
         Reader two(body);
-        for (std::size_t i = 0; i < order.size(); ++i)
+        for (char const c : order)
         {
-            std::size_t const index = static_cast<std::size_t>(order[i] - '0');
-            EXPECT_EQ(one.Text(a, index), order.substr(i, 1)) << order;
-            EXPECT_EQ(two.Text(i % 2 == 0 ? a : otherA, index), order.substr(i, 1)) << order;
+            std::size_t const index = static_cast<std::size_t>(c - '0');
+            EXPECT_EQ(one.Text(a, index) + two.Text(c == '0' ? a : otherA, index), std::string(2, c))
+                << order;
         }
         EXPECT_EQ(one.Text("b", 1), "y");
     }
@@ -228,13 +200,11 @@ TEST(XMLInputSerializerTest, StringsAreUTF8WhateverTheEncodingOfTheDocument)
     for (char const c : std::string("<doc><x>1</x></doc>"))
         wide.append({c, '\0'});
     wide.replace(wide.find('1'), 2, "\x3D\xD8\x00\xDE", 4);
-    std::string value;
-    XMLForm::Read(latin, value);
-    EXPECT_EQ(value, "\xC3\xA9");
-    XMLForm::Read(wide, value);
-    EXPECT_EQ(value, "\xF0\x9F\x98\x80");
-    XMLForm::Read("\xEF\xBB\xBF<doc><x>marked</x></doc>", value);
-    EXPECT_EQ(value, "marked");
+    std::array<std::string, 3> values;
+    XMLForm::Read(latin, values[0]);
+    XMLForm::Read(wide, values[1]);
+    XMLForm::Read("\xEF\xBB\xBF<doc><x>marked</x></doc>", values[2]);
+    EXPECT_EQ(values, (std::array<std::string, 3>{"\xC3\xA9", "\xF0\x9F\x98\x80", "marked"}));
 }
 
 TEST(XMLInputSerializerTest, TheRootIsChecked)

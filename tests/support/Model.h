@@ -41,13 +41,11 @@ using PhaseWrapper = EnumWrapper<PhaseConverter>;
 
 /// Knows the objects of the class `T` that live.
 template<class T>
-class Tracked : public ISerializable
+struct Tracked : ISerializable
 {
-public:
     Tracked() { Living().insert(this); }
     ~Tracked() override { Living().erase(this); }
     Tracked(Tracked const&) = delete;
-    Tracked& operator=(Tracked const&) = delete;
 
     static std::unordered_set<Tracked*>& Living()
     {
@@ -57,12 +55,10 @@ public:
 };
 
 /// A node that is held by shared pointers.
-class Node : public Tracked<Node>
+struct Node : Tracked<Node>
 {
-public:
     std::string name;
     Phase::Enum phase = Phase::Oil;
-    std::shared_ptr<Node> next;
     std::vector<std::shared_ptr<Node>> links;
     std::map<std::string, std::shared_ptr<Node>> byName;
 
@@ -72,21 +68,21 @@ public:
         PhaseWrapper wrapper(phase);
         serializer.Serialize(wrapper, "phase");
         phase = wrapper.Get();
-        serializer.Serialize(next, "next");
         serializer.Serialize(links, "links");
         serializer.Serialize(byName, "byName");
     }
 };
 
-class Valve : public Node
+struct Valve : Node
 {
-public:
     double setting = 0.0;
     bool open = false;
     std::optional<long> serial;
+    std::list<std::pair<std::string, std::vector<float>>> levels;
 
     void Serialize(Serializer& serializer) override
     {
+        serializer.Serialize(levels, "levels");
         Node::Serialize(serializer);
         serializer.Serialize(setting, "setting");
         serializer.Serialize(open, "open");
@@ -94,22 +90,9 @@ public:
     }
 };
 
-class Tank : public Node
-{
-public:
-    std::list<std::pair<std::string, std::vector<float>>> levels;
-
-    void Serialize(Serializer& serializer) override
-    {
-        serializer.Serialize(levels, "levels");
-        Node::Serialize(serializer);
-    }
-};
-
 /// A node that is held by raw pointers: made with `new` and freed by `GraphGuard`.
-class RawNode : public Tracked<RawNode>
+struct RawNode : Tracked<RawNode>
 {
-public:
     double weight = 0.0;
     RawNode* left = nullptr;
     RawNode* right = nullptr;
@@ -122,31 +105,24 @@ public:
     }
 };
 
-class RawLeaf : public RawNode
+struct RawLeaf : RawNode
 {
 };
 
 inline FactoryRegistrar<Node> const registerNode("Tests::Node");
 inline FactoryRegistrar<Valve> const registerValve("Tests::Valve");
-inline FactoryRegistrar<Tank> const registerTank("Tests::Tank");
 inline FactoryRegistrar<RawNode> const registerRawNode("Tests::RawNode");
 inline FactoryRegistrar<RawLeaf> const registerRawLeaf("Tests::RawLeaf");
 
 /// Frees every node at its end: cycles do not free themselves, and long chains should not do it by recursion.
-class GraphGuard
+struct GraphGuard
 {
-public:
-    GraphGuard() = default;
-    GraphGuard(GraphGuard const&) = delete;
-    GraphGuard& operator=(GraphGuard const&) = delete;
-
     ~GraphGuard()
     {
         std::vector<std::shared_ptr<Node>> links;
         for (Tracked<Node>* const tracked : Node::Living())
         {
             auto* const node = static_cast<Node*>(tracked);
-            links.push_back(std::move(node->next));
             for (auto& link : node->links)
                 links.push_back(std::move(link));
             for (auto& entry : node->byName)

@@ -1,10 +1,7 @@
 #include "orv/time/TimeOffset.h"
 #include "orv/foundation/Exception.h"
-#include "orv/serialization/Factory.h"
-#include "orv/serialization/Serializer.h"
 #include "orv/time/Duration.h"
 #include "tests/support/ExpectThrow.h"
-#include "tests/support/RecordingSerializer.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +9,6 @@
 #include <cstdlib>
 #include <iomanip>
 #include <limits>
-#include <memory>
 #include <random>
 #include <regex>
 #include <sstream>
@@ -24,12 +20,7 @@ namespace {
 constexpr int intMin = std::numeric_limits<int>::min();
 constexpr int intMax = std::numeric_limits<int>::max();
 
-std::string Text(TimeOffset const& offset)
-{
-    std::ostringstream stream;
-    stream << offset;
-    return stream.str();
-}
+using testing::PrintToString;
 
 TEST(TimeOffset, NormalisesInTwoChains)
 {
@@ -47,21 +38,20 @@ TEST(TimeOffset, NormalisesInTwoChains)
         {{-WEEK - 1}, "+0 00 -8 23:59:59.999"}};
     // clang-format on
     for (auto const& [in, out] : table)
-        EXPECT_EQ(Text(in), out);
+        EXPECT_EQ(PrintToString(in), out);
 
     TimeOffset offset;
     offset.SetMonths(13);
-    EXPECT_EQ(Text(offset), "+1 01 +0 00:00:00.000");
+    EXPECT_EQ(PrintToString(offset), "+1 01 +0 00:00:00.000");
     offset.SetYears(-3);
     offset.SetDays(-2);
     offset.SetHours(-1);
     offset.SetMinutes(-1);
     offset.SetSeconds(60);
     offset.SetMilliseconds(-1);
-    EXPECT_EQ(Text(offset), "-3 01 -3 22:59:59.999");
+    EXPECT_EQ(PrintToString(offset), "-3 01 -3 22:59:59.999");
     offset -= TimeOffset(-2, 2, 0, 0, 0, 0, 1000);
-    EXPECT_EQ(Text(offset += TimeOffset(0, 0, 0, 1, 0, 0, 1)), "-2 11 -3 23:59:59.000");
-    EXPECT_NE(TimeOffset(0, 1, 0, 0, 0, 0, 0), TimeOffset(0, 0, 30, 0, 0, 0, 0));
+    EXPECT_EQ(PrintToString(offset += TimeOffset(0, 0, 0, 1, 0, 0, 1)), "-2 11 -3 23:59:59.000");
     for (int i = 0; i < 7; ++i)
         EXPECT_NE(TimeOffset(i == 0, i == 1, i == 2, i == 3, i == 4, i == 5, i == 6), TimeOffset()) << i;
 }
@@ -81,25 +71,19 @@ TEST(TimeOffset, IsADurationWithoutYearsAndMonths)
 TEST(TimeOffset, SurvivesTheExtremesOfInt)
 {
     int const values[] = {intMin, intMin + 1, -1, 0, 1, intMax - 1, intMax};
-    auto const expectNormal = [](TimeOffset const& o) {
-        auto const within = [](int value, int end) { return value >= 0 && value < end; };
-        EXPECT_TRUE(within(o.GetMonths(), 12) && within(o.GetHours(), 24) && within(o.GetMinutes(), 60) &&
-                    within(o.GetSeconds(), 60) && within(o.GetMilliseconds(), 1000))
-            << o;
-    };
     unsigned const seed = 34;
     std::mt19937 random(seed);
     auto const any = [&] { return values[random() % std::size(values)]; };
-    for (int round = 0; round < 2000 && !testing::Test::HasFailure(); ++round)
+    auto const anyOffset = [&] { return TimeOffset(any(), any(), any(), any(), any(), any(), any()); };
+    for (int round = 0; round < 2000; ++round)
     {
-        SCOPED_TRACE(testing::Message() << "seed " << seed << ", round " << round);
-        TimeOffset offset(any(), any(), any(), any(), any(), any(), any());
-        expectNormal(offset);
-        expectNormal(offset += TimeOffset(any(), any(), any(), any(), any(), any(), any()));
-        expectNormal(offset -= TimeOffset(any(), any(), any(), any(), any(), any(), any()));
+        auto const within = [](int value, int end) { return value >= 0 && value < end; };
+        TimeOffset offset = round == 0 ? TimeOffset(std::numeric_limits<long long>::min()) : anyOffset();
+        for (TimeOffset const& o : {offset, offset += anyOffset(), offset -= anyOffset()})
+            ASSERT_TRUE(within(o.GetMonths(), 12) && within(o.GetHours(), 24) && within(o.GetMinutes(), 60) &&
+                        within(o.GetSeconds(), 60) && within(o.GetMilliseconds(), 1000))
+                << o << ", seed " << seed;
     }
-    expectNormal(TimeOffset(std::numeric_limits<long long>::min()));
-    expectNormal(TimeOffset(std::numeric_limits<long long>::max()));
 }
 
 TEST(TimeOffset, TravelsAsText)
@@ -118,55 +102,23 @@ TEST(TimeOffset, TravelsAsText)
         std::istringstream stream(in);
         TimeOffset read;
         stream >> read;
-        EXPECT_EQ(stream.fail() ? "" : Text(read), out == nullptr ? "" : out) << in;
+        EXPECT_EQ(stream.fail() ? "" : PrintToString(read), out == nullptr ? "" : out) << in;
     }
     std::ostringstream stream;
-    stream << std::setfill('*') << std::showpos << TimeOffset(1, 2, 3, 4, 5, 6, 7);
-    EXPECT_EQ(stream.str(), "+1 02 +3 04:05:06.007");
-    EXPECT_EQ(stream.fill(), '0');
-    EXPECT_FALSE(stream.flags() & std::ios::showpos);
-
-    RecordingWriter writer;
-    Serializer output(writer);
-    TimeOffset(-1, 2, 3, 4, 5, 6, 7).Serialize(output);
-    EXPECT_EQ(writer.lines,
-              (std::vector<std::string>{"int years[0] = -1", "int months[0] = 2", "int days[0] = 3",
-                                        "int hours[0] = 4", "int minutes[0] = 5", "int seconds[0] = 6",
-                                        "int milliseconds[0] = 7"}));
-
-    PlayingReader reader{{"years[0]", "1"},          {"months[0]", "13"},  {"days[0]", "2"},
-                         {"hours[0]", "25"},         {"minutes[0]", "-1"}, {"seconds[0]", "99"},
-                         {"milliseconds[0]", "1000"}};
-    Serializer input(reader);
-    std::unique_ptr<ISerializable> const made(
-        Factory::GetFactory().Construct("Zan::Orv::Core::Service::TimeOffset"));
-    auto& offset = dynamic_cast<TimeOffset&>(*made);
-    EXPECT_EQ(offset, TimeOffset());
-    offset.Serialize(input);
-    EXPECT_EQ(offset.GetMonths(), 13); // as it was read
-    EXPECT_EQ(offset.GetMinutes(), -1);
-    offset += TimeOffset();
-    EXPECT_EQ(Text(offset), "+2 01 +3 01:00:40.000");
+    stream << std::setfill('*') << std::showpos << TimeOffset(1, 2, 3, 4, 5, 6, 7) << std::setw(3) << 8;
+    EXPECT_EQ(stream.str(), "+1 02 +3 04:05:06.007008");
 }
 
-TEST(ParseTimeOffset, ReadsTerms)
+TEST(ParseTimeOffset, KnowsItsUnits)
 {
     // clang-format off
-    std::pair<std::string, TimeOffset> const table[] = {
-        {"", {}}, {"   ", {}}, {"2 days", {}}, {"+", {}}, {"+1", {}}, {"+ day", {}}, {"+-1 day", {}},
-        {"+1.5h", {}},
-        {"+1 month - 2 days+3h", {0, 1, -2, 3, 0, 0, 0}}, {"\t\n+\v1\f\r YEAR", {1, 0, 0, 0, 0, 0, 0}},
-        {"+1 day rubbish", {DAY}}, {"+1 day +2", {DAY}}, {"+1 day 2 days +3 days", {DAY}}, {"+1h_", {HOUR}},
-        {"+1w", {WEEK}}, {"-1 wk", {-WEEK}}, {"+007d", {WEEK}}, {std::string("+1d\0+1d", 7), {DAY}},
-        {"+1d\n+1d", {}}, {"+1d+1d\r", {}}, {"+1d +1\nd", {}}, {"+1\nd +1d", {2 * DAY}}};
     std::pair<char const*, TimeOffset> const units[] = {
         {"years year yrs yr y", {1, 0, 0, 0, 0, 0, 0}}, {"months month", {0, 1, 0, 0, 0, 0, 0}},
         {"weeks week wks wk w", {WEEK}},                {"days day d", {DAY}},
         {"hours hour hrs hr h", {HOUR}},                {"minutes minute mins min MiN", {MINUTE}},
         {"seconds second secs sec s", {SECOND}},        {"milliseconds millisecond ms MS", {MILLISECOND}}};
     // clang-format on
-    for (auto const& [in, out] : table)
-        EXPECT_EQ(ParseTimeOffset(in), out) << testing::PrintToString(in);
+    EXPECT_EQ(ParseTimeOffset("+1 month - 2 days+3h rubbish"), TimeOffset(0, 1, -2, 3, 0, 0, 0));
     for (auto const& [words, offset] : units)
     {
         std::istringstream stream(words);
@@ -202,16 +154,16 @@ std::string ParseByExpression(std::string rest)
         auto const in = [&](int wanted) { return row == wanted ? number : 0; };
         result += TimeOffset(in(0), in(1), 7 * in(2) + in(3), in(4), in(5), in(6), in(7));
     }
-    return Text(result);
+    return PrintToString(result);
 }
 
 TEST(ParseTimeOffset, AgreesWithTheExpression)
 {
     using namespace std::string_view_literals;
-    std::string_view const pieces[] = {"+",    "-",   "+",      "1",     "20",    "9",   " ", "  ",
-                                       "\t",   "\n",  "\r",     "\v",    "d",     "D",   "w", "ms",
-                                       "m",    "y",   "hR",     "x",     "_",     ".",   ":", "\xE9",
-                                       "\xFF", "+1d", "-3 min", "Weeks", "+2\nh", "\0"sv};
+    std::string_view const pieces[] = {"+",    "-",   "+",      "1",     "20",    "9",    " ",  "  ",
+                                       "\t",   "\n",  "\r",     "\v",    "d",     "D",    "w",  "ms",
+                                       "m",    "y",   "hR",     "x",     "_",     ".",    ":",  "\xE9",
+                                       "\xFF", "+1d", "-3 min", "Weeks", "+2\nh", "+007", "\f", "\0"sv};
     unsigned const seed = 35;
     std::mt19937 random(seed);
     for (int round = 0; round < 200000; ++round)
@@ -223,13 +175,13 @@ TEST(ParseTimeOffset, AgreesWithTheExpression)
         std::string found;
         try
         {
-            found = Text(ParseTimeOffset(text));
+            found = PrintToString(ParseTimeOffset(text));
         }
         catch (TimeException const& e)
         {
             found = e.what();
         }
-        ASSERT_EQ(found, ParseByExpression(text)) << testing::PrintToString(text) << ", seed " << seed;
+        ASSERT_EQ(found, ParseByExpression(text)) << PrintToString(text) << ", seed " << seed;
     }
 }
 

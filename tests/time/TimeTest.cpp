@@ -1,10 +1,7 @@
 #include "orv/time/Time.h"
 #include "orv/foundation/Exception.h"
-#include "orv/serialization/Factory.h"
-#include "orv/serialization/Serializer.h"
 #include "orv/time/TimeOffset.h"
 #include "tests/support/ExpectThrow.h"
-#include "tests/support/RecordingSerializer.h"
 
 #include <boost/date_time/gregorian/gregorian_types.hpp>
 #include <gtest/gtest.h>
@@ -12,11 +9,10 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <memory>
 #include <random>
-#include <sstream>
+#include <string>
 #include <tuple>
-#include <vector>
+#include <utility>
 
 namespace Zan::Orv::Core::Service::Tests {
 namespace {
@@ -24,6 +20,7 @@ namespace {
 using boost::gregorian::bad_day_of_month;
 using boost::gregorian::bad_month;
 using boost::gregorian::bad_year;
+using testing::PrintToString;
 
 constexpr int intMin = std::numeric_limits<int>::min();
 constexpr int intMax = std::numeric_limits<int>::max();
@@ -40,13 +37,6 @@ Time Date(int year, int month, int day)
 TimeOffset Months(int months)
 {
     return TimeOffset(0, months, 0, 0, 0, 0, 0);
-}
-
-std::string Text(Time const& time)
-{
-    std::ostringstream stream;
-    stream << time;
-    return stream.str();
 }
 
 template<class Amount>
@@ -81,7 +71,6 @@ TEST(Time, EveryDayOfTheCalendarHasItsFields)
             }
     }
     EXPECT_EQ(Time::MaxTime(), Sum(time, -1));
-    EXPECT_EQ(Date(2000, 1, 1).GetDayOfWeek(), 6);
 }
 
 TEST(Time, TheEndsOfTheRangeStandForUndefined)
@@ -92,11 +81,10 @@ TEST(Time, TheEndsOfTheRangeStandForUndefined)
     EXPECT_TRUE(!Time().IsDef() && Sum(Time(), 1).IsDef());
     EXPECT_TRUE(!Time::MaxTime().IsDef() && Sum(Time::MaxTime(), -1).IsDef() &&
                 Sum(Time::MaxTime(), 1).IsDef());
-    EXPECT_EQ(Time().GetAsString(), "Min date");
-    EXPECT_EQ(Time::MaxTime().GetAsString(), "Max date");
+    EXPECT_EQ(Time().GetAsString() + Time::MaxTime().GetAsString(), "Min dateMax date");
     EXPECT_EQ(Sum(Time(), 1).GetAsString(), "1400-01-01 00:00:00.001");
-    EXPECT_EQ(Text(Time()), "1400-01-01 00:00:00.000");
-    EXPECT_EQ(Text(Time::MaxTime()), "9999-12-31 23:59:59.999");
+    EXPECT_EQ(PrintToString(Time()), "1400-01-01 00:00:00.000");
+    EXPECT_EQ(PrintToString(Time::MaxTime()), "9999-12-31 23:59:59.999");
 }
 
 TEST(Time, TheTimeOfDayNeedNotLieWithinTheDay)
@@ -111,7 +99,7 @@ TEST(Time, TheTimeOfDayNeedNotLieWithinTheDay)
         {{0, 0, intMin, 0}, "1931-12-13 20:45:52.000"},   {{0, intMax, 0, -1}, "6083-01-23 02:06:59.999"}};
     // clang-format on
     for (auto const& [in, out] : table)
-        EXPECT_EQ(Text(Time(2000, 1, 1, in[0], in[1], in[2], in[3])), out) << testing::PrintToString(in);
+        EXPECT_EQ(PrintToString(Time(2000, 1, 1, in[0], in[1], in[2], in[3])), out) << PrintToString(in);
 
     // Out of the calendar, and in order all the same.
     EXPECT_LT(Time(2000, 1, 1, intMin, intMin, intMin, intMin), Time::MinTime());
@@ -138,7 +126,7 @@ TEST(Time, RefusesDatesThatDoNotExist)
         EXPECT_TRUE(out == badYear    ? Throws<bad_year>(make, out)
                     : out == badMonth ? Throws<bad_month>(make, out)
                                       : Throws<bad_day_of_month>(make, out))
-            << testing::PrintToString(in);
+            << PrintToString(in);
     }
     EXPECT_EQ(Date(2000 - 65536, 65536 + 2, 65536 + 29), Date(2000, 2, 29));
     for (int const year : {10000, 65536 + 2000})
@@ -152,18 +140,15 @@ TEST(Time, AddsMonthsAsACalendarDoes)
     std::mt19937 random(seed);
     for (int round = 0; round < 3000; ++round)
     {
-        int year = 1400 + static_cast<int>(random() % 8600);
-        int month = 1 + static_cast<int>(random() % 12);
-        int const day = 1 + static_cast<int>(random() % static_cast<unsigned>(LengthOfMonth(year, month)));
+        int const startMonth = 1400 * 12 + static_cast<int>(random() % (8600 * 12));
         int const amount = static_cast<int>(random() % 2401) - 1200;
-        Time const start(year, month, day, 12, 34, 56, 789);
+        auto const length = static_cast<unsigned>(LengthOfMonth(startMonth / 12, startMonth % 12 + 1));
+        int const day = 1 + static_cast<int>(random() % length);
+        Time const start(startMonth / 12, startMonth % 12 + 1, day, 12, 34, 56, 789);
         SCOPED_TRACE(testing::Message()
                      << "seed " << seed << ": " << start << " and " << amount << " months");
-        for (int step = 0; step < amount; ++step)
-            month == 12 ? (++year, month = 1) : ++month;
-        for (int step = 0; step > amount; --step)
-            month == 1 ? (--year, month = 12) : --month;
-
+        int const year = (startMonth + amount) / 12;
+        int const month = (startMonth + amount) % 12 + 1;
         Time sum = start;
         if (year < 1400 || year > 10000)
         {
@@ -200,33 +185,17 @@ TEST(Time, AddsAnOffsetInTheOrderOfItsFields)
         {Date(2000, 1, 1), {intMin, 0, 0, 0, 0, 0, 0}, "2000-01-01 00:00:00.000"}};
     // clang-format on
     for (auto const& [in, offset, out] : table)
-        EXPECT_EQ(Text(Sum(in, offset)), out) << in << " and " << offset;
+        EXPECT_EQ(PrintToString(Sum(in, offset)), out) << in << " and " << offset;
     EXPECT_EQ(Sum(Sum(Date(2000, 1, 31), Months(1)), Months(1)), Date(2000, 3, 29)); // each clamps by itself
     EXPECT_EQ(Sum(Date(2000, 1, 31), Months(2)), Date(2000, 3, 31));
     Time time = Date(2000, 3, 31);
     time -= TimeOffset(0, 1, 1, 0, 0, 1, 0); // 1 month, 1 day and 1 second back, all fields negated at once
-    EXPECT_EQ(Text(time), "2000-02-27 23:59:59.000");
+    EXPECT_EQ(PrintToString(time), "2000-02-27 23:59:59.000");
     EXPECT_LT(Sum(Time(), TimeOffset(0, 0, intMin, 0, 0, 0, 0)), Time());
     EXPECT_GT(Sum(Time(), TimeOffset(0, 0, intMax, 23, 59, 59, 999)), Time::MaxTime());
     for (int const years : {-20000, -601, 8001, 20000})
-        EXPECT_TRUE(Throws<bad_year>([&] { time += TimeOffset(years, 0, 1, 0, 0, 0, 0); }, badYear)) << years;
-    EXPECT_EQ(Text(time), "2000-02-27 23:59:59.000");
-}
-
-TEST(Time, AddsMillisecondsExactly)
-{
-    unsigned const seed = 32;
-    std::mt19937_64 random(seed);
-    for (int round = 0; round < 3000; ++round)
-    {
-        Time const start = Sum(Date(2000, 1, 1), static_cast<long long>(random() % (1000 * 365 * DAY)));
-        long long const amount = static_cast<long long>(random() % (1000 * 365 * DAY)) - 500 * 365 * DAY;
-        Time time = start;
-        EXPECT_EQ((time += amount) - start, amount) << start << ", seed " << seed;
-        EXPECT_EQ(start - time, -amount) << start << ", seed " << seed;
-        EXPECT_EQ(time, Sum(start, TimeOffset(amount))) << start << ", seed " << seed;
-        EXPECT_EQ(time -= amount, start) << amount << ", seed " << seed;
-    }
+        EXPECT_THROW(time += TimeOffset(years, 0, 1, 0, 0, 0, 0), bad_year) << years;
+    EXPECT_EQ(PrintToString(time), "2000-02-27 23:59:59.000");
 }
 
 TEST(Time, StaysOrderedBeyondTheCalendar)
@@ -246,16 +215,14 @@ TEST(Time, StaysOrderedBeyondTheCalendar)
              {&Time::GetYear, &Time::GetMonth, &Time::GetDay, &Time::GetDayOfWeek, &Time::GetDayOfYear})
             EXPECT_TRUE(Throws<bad_year>([&] { (far.*field)(); }, badYear));
         EXPECT_TRUE(Throws<bad_year>([&] { Sum(far, Months(1)); }, badYear));
-        EXPECT_TRUE(Throws<bad_year>([&] { Text(far); }, badYear));
+        EXPECT_TRUE(Throws<bad_year>([&] { PrintToString(far); }, badYear));
         EXPECT_TRUE(far.GetHour() >= 0 && far.GetHour() < 24 && far.GetMillisecond() >= 0);
 
         // Additions of any size keep their direction, and differences their sign.
         Time up = far;
         Time down = far;
-        EXPECT_GE(up -= least, far);
-        EXPECT_LE(down += least, far);
-        EXPECT_GT(up - down, 100 * millennia);
-        EXPECT_LT(down - up, -100 * millennia);
+        EXPECT_TRUE((up -= least) >= far && (down += least) <= far);
+        EXPECT_TRUE(up - down > 100 * millennia && down - up < -100 * millennia);
     }
 }
 
@@ -276,38 +243,7 @@ TEST(Time, TellsTheCalendarDistance)
         {Time(2000, 1, 1, 0, 0, 0, 1), Date(2000, 1, 2), "+0 00 +0 23:59:59.999"}};
     // clang-format on
     for (auto const& [from, to, out] : table)
-    {
-        std::ostringstream text;
-        text << TimeOffset(to, from);
-        EXPECT_EQ(text.str(), out) << from << " to " << to;
-    }
-}
-
-TEST(Time, TravelsAsText)
-{
-    for (std::string const text : {"2001-02-28 12:00:05.070", "1400-01-01 00:00:00.000"})
-    {
-        RecordingWriter writer;
-        Serializer output(writer);
-        Time time;
-        std::istringstream(text) >> time;
-        time.Serialize(output);
-        EXPECT_EQ(writer.lines, std::vector<std::string>{"string time[0] = " + text});
-
-        PlayingReader reader{{"time[0]", text}};
-        Serializer input(reader);
-        Time target = Date(1999, 1, 1);
-        target.Serialize(input);
-        EXPECT_EQ(target, time);
-    }
-    PlayingReader reader{{"time[0]", "Min date"}};
-    Serializer input(reader);
-    std::string const name = "Zan::Orv::Core::Service::Time";
-    std::unique_ptr<ISerializable> const made(Factory::GetFactory().Construct(name));
-    EXPECT_TRUE(
-        Throws<TimeException>([&] { made->Serialize(input); }, "Time does not match required format"));
-    EXPECT_EQ(dynamic_cast<Time&>(*made), Time());
-    EXPECT_EQ(Factory::GetFactory().GetClassName(typeid(Time)), name);
+        EXPECT_EQ(PrintToString(TimeOffset(to, from)), out) << from << " to " << to;
 }
 
 TEST(Time, TheClockGivesWholeSecondsOfToday)

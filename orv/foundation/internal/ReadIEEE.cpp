@@ -1,4 +1,5 @@
 #include "orv/foundation/Numerics.h"
+#include "orv/foundation/internal/Characters.h"
 #include "orv/foundation/internal/NumberText.h"
 #include "orv/foundation/internal/PowersOfTen.h"
 
@@ -14,16 +15,6 @@
 namespace Zan::Orv::Core::Service::Internal {
 
 namespace {
-
-bool IsSpace(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
 
 bool StartsWith(std::string_view text, std::string_view head)
 {
@@ -168,11 +159,6 @@ double OutOfRange(std::string_view number, bool hexadecimal)
     return magnitude > 0 ? HUGE_VAL : 0.0;
 }
 
-bool IsLetter(char c, char lower)
-{
-    return (c | 0x20) == lower;
-}
-
 // from_chars takes numbers as strtod does, and scanf takes a little less: no "0x" without a digit behind it,
 // and nothing that begins like "infinity" but is only the "inf" of it. It also lets a second sign pass in the
 // exponent of a hexadecimal number, where neither of the others reads on.
@@ -203,8 +189,8 @@ bool ScanMagnitude(std::string_view text, double& value)
         value = OutOfRange(text.substr(0, length), hexadecimal);
     else if (error != std::errc())
         return false;
-    bool const onlyInf = length == 3 && !IsFinite(value) && text.size() > 3 && IsLetter(text[0], 'i');
-    return !(onlyInf && IsLetter(text[3], 'i'));
+    bool const onlyInf = length == 3 && !IsFinite(value) && text.size() > 3 && (text[0] | 0x20) == 'i';
+    return !(onlyInf && (text[3] | 0x20) == 'i');
 }
 
 bool ScanNumber(std::string_view text, double& value)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "orv/foundation/internal/Characters.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <limits>
@@ -14,13 +16,13 @@ inline long long ScanDecimal(std::string_view text)
 {
     constexpr long long enough = std::numeric_limits<long long>::max() / 100;
     std::size_t at = 0;
-    while (at < text.size() && (text[at] == ' ' || (text[at] >= '\t' && text[at] <= '\r')))
+    while (at < text.size() && IsSpace(text[at]))
         ++at;
     bool const negative = at < text.size() && text[at] == '-';
     if (negative || (at < text.size() && text[at] == '+'))
         ++at;
     long long value = 0;
-    for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at)
+    for (; at < text.size() && IsDigit(text[at]); ++at)
         value = std::min(value * 10 + (text[at] - '0'), enough);
     return negative ? -value : value;
 }

@@ -1,5 +1,7 @@
 #include "orv/serialization/internal/StreamText.h"
 
+#include "orv/foundation/internal/Characters.h"
+
 #include <limits>
 #include <locale>
 #include <sstream>
@@ -18,11 +20,6 @@ std::string FormatByStream(std::ios& stream, T value)
     text << value;
     stream.width(0);
     return text.str();
-}
-
-bool IsDigit(int c)
-{
-    return c >= '0' && c <= '9';
 }
 
 // The number at the stream's position, once white space is skipped. The rules are those of std::num_get for
@@ -69,11 +66,6 @@ std::ios::iostate ScanInteger(std::streambuf& buffer, T& value)
     else
         value = static_cast<T>(static_cast<Unsigned>(negative ? 0 - magnitude : magnitude));
     return state;
-}
-
-bool IsSpace(int c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
 // Characters up to white space. The stream has skipped what stood before.

@@ -1,6 +1,7 @@
 #include "orv/time/internal/TermReader.h"
 
 #include "orv/foundation/Exception.h"
+#include "orv/foundation/internal/Characters.h"
 
 #include <cstdlib>
 #include <locale>
@@ -10,21 +11,6 @@
 namespace Zan::Orv::Core::Service::Internal {
 
 namespace {
-
-bool IsBlank(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
-bool IsLetter(char c)
-{
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
 
 constexpr std::pair<std::string_view, UnitRow> unitWords[] = {
     {"years", UnitRow::Years},
@@ -85,7 +71,7 @@ TermReader::TermReader(std::string const& text, std::size_t position) : text_(te
 
 std::size_t TermReader::SkipBlanks(std::size_t at) const
 {
-    while (at < text_.size() && IsBlank(text_[at]))
+    while (at < text_.size() && IsSpace(text_[at]))
         ++at;
     return at;
 }

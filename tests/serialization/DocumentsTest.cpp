@@ -1,5 +1,5 @@
-#include "orv/foundation/Exception.h"
 #include "tests/serialization/Documents.h"
+#include "orv/foundation/Exception.h"
 #include "tests/support/Model.h"
 
 #include <gtest/gtest.h>
@@ -26,55 +26,61 @@ template<class Action>
     {
         action();
     }
-    catch (std::runtime_error const&)
-    { // SerializeException and TimeException are among these
-    }
-    catch (std::out_of_range const&)
-    {}
     catch (std::exception const& e)
     {
-        if (typeid(e) != typeid(std::exception))
+        bool const isKnown = dynamic_cast<std::runtime_error const*>(&e) != nullptr ||
+                             dynamic_cast<std::out_of_range const*>(&e) != nullptr ||
+                             typeid(e) == typeid(std::exception);
+        if (!isKnown)
             return ::testing::AssertionFailure() << typeid(e).name() << ": " << e.what();
     }
     return ::testing::AssertionSuccess();
 }
 
-// Counts the bytes that a container asked for.
-std::size_t asked = 0;
+// Distributions differ between standard libraries; the engine does not.
+using Dice = std::mt19937;
 
-template<class T>
-struct CountingAllocator
+std::string RandomText(Dice& dice)
 {
-    using value_type = T;
-    CountingAllocator() = default;
-    template<class U>
-    CountingAllocator(CountingAllocator<U> const&)
-    {}
-    T* allocate(std::size_t count)
-    {
-        asked += count * sizeof(T);
-        return std::allocator<T>().allocate(count);
-    }
-    void deallocate(T* pointer, std::size_t count) { std::allocator<T>().deallocate(pointer, count); }
-    bool operator==(CountingAllocator const&) const { return true; }
-};
+    static char const* const pieces[] = {"a",  "<", "&", "\"", "'",        ">",  "\\",
+                                         "\n", "n", " ", "#",  "\xC3\xA9", "]]>"};
+    std::string text = "t"; // an empty text leaves its target alone in XML
+    for (std::size_t i = dice() % 6; i != 0; --i)
+        text += pieces[dice() % std::size(pieces)];
+    return text;
+}
 
 using Graph = std::vector<std::shared_ptr<Node>>;
 
-// A cycle, a shared node, every class and every kind of field.
-Graph Sample()
+std::shared_ptr<Node> RandomNode(Dice& dice)
 {
-    auto const node = std::make_shared<Node>();
     auto const valve = std::make_shared<Valve>();
-    auto const tank = std::make_shared<Tank>();
-    node->name = "a<b\nc\\d";
-    node->next = valve;
-    node->byName = {{"self", node}, {"none", nullptr}};
-    valve->serial = -5;
-    valve->setting = 0.1;
-    valve->links = {node, tank};
-    tank->levels = {{"low", {0.5f, 1.5f}}};
-    return {node, valve, tank};
+    valve->setting = static_cast<double>(dice() % 1'000'000) / 7.0;
+    valve->open = dice() % 2 == 0;
+    if (dice() % 2 == 0)
+        valve->serial = static_cast<long>(dice() % 1'000'000);
+    valve->levels = {{RandomText(dice), std::vector<float>(dice() % 3, 0.1f)}};
+    auto const node = dice() % 2 == 0 ? std::make_shared<Node>() : valve;
+    node->name = RandomText(dice);
+    node->phase = static_cast<Phase::Enum>(dice() % 3);
+    return node;
+}
+
+// Any node may refer to any other, itself and null included.
+Graph RandomGraph(Dice& dice, std::size_t size)
+{
+    Graph nodes(size);
+    for (auto& node : nodes)
+        node = RandomNode(dice);
+    auto const any = [&] { return dice() % 4 == 0 ? nullptr : nodes[dice() % nodes.size()]; };
+    for (auto const& node : nodes)
+    {
+        for (std::size_t i = dice() % 4; i != 0; --i)
+            node->links.push_back(any());
+        for (std::size_t i = dice() % 3; i != 0; --i)
+            node->byName[RandomText(dice)] = any();
+    }
+    return nodes;
 }
 
 template<class Form>
@@ -91,10 +97,31 @@ void ExpectRefused(std::string const& document, std::string const& what)
     EXPECT_THROW(XMLForm::Read(document, value), SerializeException) << what;
 }
 
-TEST(HostileDocumentsTest, DocumentsCutShortNeverCrash)
+// What came back is written in the other form, so that no fault of one form hides behind itself.
+TEST(DocumentsTest, RandomGraphsComeBackTheSame)
+{
+    for (unsigned int seed = 1; seed <= 200; ++seed)
+    {
+        GraphGuard const guard;
+        Dice dice(seed);
+        Graph graph = RandomGraph(dice, 1 + dice() % 30);
+        std::string const xml = XMLForm::Write(graph);
+        std::string const text = TextForm::Write(graph);
+        Graph fromXML;
+        Graph fromText;
+        XMLForm::Read(xml, fromXML);
+        TextForm::Read(text, fromText);
+        ASSERT_EQ(TextForm::Write(fromXML), text) << "seed " << seed;
+        ASSERT_EQ(XMLForm::Write(fromText), xml) << "seed " << seed;
+    }
+    EXPECT_TRUE(Node::Living().empty());
+}
+
+TEST(DocumentsTest, DocumentsCutShortNeverCrash)
 {
     GraphGuard const guard;
-    Graph graph = Sample();
+    Dice dice(7);
+    Graph graph = RandomGraph(dice, 4);
     std::string const xml = XMLForm::Write(graph);
     for (std::size_t length = 0; length < xml.size(); ++length)
     {
@@ -106,18 +133,14 @@ TEST(HostileDocumentsTest, DocumentsCutShortNeverCrash)
         EXPECT_TRUE(GraphEndsWell<TextForm>(text.substr(0, length))) << length;
 }
 
-TEST(HostileDocumentsTest, DocumentsWithChangedBytesNeverCrash)
+TEST(DocumentsTest, DocumentsWithChangedBytesNeverCrash)
 {
-    std::string xml;
-    std::string text;
-    {
-        GraphGuard const guard;
-        Graph graph = Sample();
-        xml = XMLForm::Write(graph);
-        text = TextForm::Write(graph);
-    }
+    GraphGuard const guard;
     constexpr unsigned int seed = 20240611;
-    std::mt19937 random(seed);
+    Dice random(seed);
+    Graph graph = RandomGraph(random, 4);
+    std::string const xml = XMLForm::Write(graph);
+    std::string const text = TextForm::Write(graph);
     for (int round = 0; round < 3000; ++round)
     {
         std::string changedXML = xml;
@@ -134,27 +157,24 @@ TEST(HostileDocumentsTest, DocumentsWithChangedBytesNeverCrash)
         EXPECT_TRUE(round % 3 != 0 || GraphEndsWell<XMLForm>(changedXML))
             << "seed " << seed << ", round " << round;
     }
-    EXPECT_TRUE(Node::Living().empty());
 }
 
-TEST(HostileDocumentsTest, ACountCostsNoMoreThanTheElementsBehindIt)
+TEST(DocumentsTest, ACountCostsNoMoreThanTheElementsBehindIt)
 {
     for (std::string const count :
          {"18446744073709551615", "-1", "9223372036854775807", "4294967295", "1000000000"})
     {
         std::string const document = count + "\n1\n2\n3\n";
-        std::vector<int, CountingAllocator<int>> numbers;
-        std::vector<std::string> texts;
-        std::map<int, int> map;
-        std::set<std::vector<bool>> nested;
-        Graph graph;
-        asked = 0;
+        std::vector<int> numbers;
         EXPECT_THROW(TextForm::Read(document, numbers), SerializeException) << count;
-        EXPECT_LT(asked, 1000U) << count;
-        EXPECT_THROW(TextForm::Read(document, texts), SerializeException) << count;
-        EXPECT_THROW(TextForm::Read(document, map), SerializeException) << count;
-        EXPECT_THROW(TextForm::Read(document, nested), SerializeException) << count;
-        EXPECT_THROW(TextForm::Read(count + "\n# 0\n", graph), SerializeException) << count;
+        EXPECT_LT(numbers.capacity(), 100U) << count;
+        auto const refused = [&](auto target) {
+            EXPECT_THROW(TextForm::Read(document, target), SerializeException) << count;
+        };
+        refused(std::vector<std::string>());
+        refused(std::map<int, int>());
+        refused(std::set<std::vector<bool>>());
+        refused(std::vector<std::vector<int>>());
     }
     for (std::string const count :
          {"", "x", "-", "99999999999999999999", "1e9", "0x5", "# -1", "\n\n\n", "\xFF"})
@@ -165,7 +185,7 @@ TEST(HostileDocumentsTest, ACountCostsNoMoreThanTheElementsBehindIt)
     }
 }
 
-TEST(HostileDocumentsTest, WhatIsNoDocumentIsRefused)
+TEST(DocumentsTest, WhatIsNoDocumentIsRefused)
 {
     for (std::string const document :
          {"", "text", "<doc/><doc/>", "<doc/>x", "<doc><x></doc></x>", "<doc a='1' a='2'/>",
@@ -180,7 +200,7 @@ TEST(HostileDocumentsTest, WhatIsNoDocumentIsRefused)
     EXPECT_THROW(XMLInputSerializer(failed, "doc"), SerializeException);
 }
 
-TEST(HostileDocumentsTest, DeepAndWideDocumentsAreRead)
+TEST(DocumentsTest, DeepAndWideDocumentsAreRead)
 {
     std::vector<int> elements;
     std::string value = "kept";
@@ -190,10 +210,10 @@ TEST(HostileDocumentsTest, DeepAndWideDocumentsAreRead)
     EXPECT_EQ(elements.size(), 1'000'000U);
 }
 
-TEST(HostileDocumentsTest, NothingOutsideTheStreamIsRead)
+TEST(DocumentsTest, NothingOutsideTheStreamIsRead)
 {
     auto const path = std::filesystem::path(::testing::TempDir()) / "orv-hostile-documents-test.dtd";
-    std::ofstream(path) << "<!ENTITY e \"outside\">";
+    std::ofstream(path, std::ios::binary) << "<!ENTITY e \"outside\">";
     std::string const file = path.generic_string();
     for (std::string const& id : {file, "file://" + file, "file:///" + file, std::string("none-such.dtd")})
         for (std::string const& external : {"SYSTEM '" + id + "'", "PUBLIC '-//N//C' '" + id + "'"})
@@ -213,7 +233,7 @@ TEST(HostileDocumentsTest, NothingOutsideTheStreamIsRead)
     std::filesystem::remove(path);
 }
 
-TEST(HostileDocumentsTest, EntitiesDoNotMultiply)
+TEST(DocumentsTest, EntitiesDoNotMultiply)
 {
     // Each entity is ten of the one before: 10,000 of the first, which is enough to tell and harmless to
     // expand.
