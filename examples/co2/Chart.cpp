@@ -1,4 +1,4 @@
-#include "Chart.h"
+#include "Study.h"
 
 #include <ostream>
 
@@ -22,18 +22,12 @@ double Y(double value)
 void DrawAxes(std::ostream& svg)
 {
     for (int value = lowest; value <= highest; value += 10)
-        svg << "<line x1='" << left << "' x2='" << right << "' y1='" << Y(value) << "' y2='" << Y(value)
-            << "' stroke='#e3e7eb'/><text x='" << left - 10 << "' y='" << Y(value) + 4
-            << "' text-anchor='end'>" << value << "</text>\n";
+        svg << "<path stroke='#e3e7eb' d='M" << left << ' ' << Y(value) << "H" << right << "'/><text x='"
+            << left - 10 << "' y='" << Y(value) + 4 << "' text-anchor='end'>" << value << "</text>\n";
     for (int year = 1960; year <= lastYear; year += 5)
-    {
-        double const x = X(Orv::Time(year, 1, 1, 0, 0, 0, 0));
-        svg << "<line x1='" << x << "' x2='" << x << "' y1='" << bottom << "' y2='" << bottom + 6
-            << "' stroke='#7a8793'/><text x='" << x << "' y='" << bottom + 22 << "' text-anchor='middle'>"
-            << year << "</text>\n";
-    }
-    svg << "<line x1='" << left << "' x2='" << right << "' y1='" << bottom << "' y2='" << bottom
-        << "' stroke='#7a8793'/>\n";
+        svg << "<text x='" << X(Orv::Time(year, 1, 1, 0, 0, 0, 0)) << "' y='" << bottom + 22
+            << "' text-anchor='middle'>" << year << "</text>\n";
+    svg << "<path stroke='#7a8793' d='M" << left << ' ' << bottom << "H" << right << "'/>\n";
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "orv/serialization/Serializer.h"
 #include "orv/time/TimePeriod.h"
 
+#include <iosfwd>
 #include <vector>
 
 /// What the program stores: one Serialize for each class serves XML and text, writing and reading.
@@ -58,3 +59,6 @@ struct Study : Orv::ISerializable
         serializer.Serialize(rise, "rise");
     }
 };
+
+/// Draws the weekly series and the yearly means as an SVG picture.
+void DrawChart(std::ostream& svg, Study const& study);

@@ -3,12 +3,10 @@
 ///
 ///     co2 <record.csv> <folder for the results>
 
-#include "Chart.h"
 #include "Study.h"
 
 #include "orv/events/CErrLogService.h"
 #include "orv/events/Log.h"
-#include "orv/foundation/Exception.h"
 #include "orv/serialization/StreamInputSerializer.h"
 #include "orv/serialization/StreamOutputSerializer.h"
 #include "orv/serialization/XMLInputSerializer.h"
@@ -18,7 +16,6 @@
 #include "orv/time/TimeOffset.h"
 
 #include <cmath>
-#include <exception>
 #include <fstream>
 #include <iomanip>
 #include <iostream>
@@ -83,14 +80,20 @@ Study Evaluate(std::vector<Week> const& weeks)
 {
     TimeAverager series;
     TimeAverager coverage;
+    TimeAverager values; // without the gaps
     for (Week const& week : weeks)
     {
         series.addSamplePoint(week.end, week.value);
         coverage.addSamplePoint(week.end, IsNullValue(week.value) ? NullValue : 1.0);
+        if (!IsNullValue(week.value))
+            values.addSamplePoint(week.end, week.value);
     }
 
     Study study;
     study.weeks = weeks;
+    // As the increase of a total. A gap would break it.
+    study.rise = values.getAverageValue(weeks.front().end, weeks.back().end, Average::Cumulative);
+
     TimeOffset const oneYear(1, 0, 0, 0, 0, 0, 0);
     TimePeriod period(Time(1959, 1, 1, 0, 0, 0, 0), oneYear); // the first whole year
     for (; period.Begin() < weeks.back().end; period = period.Shift(oneYear))
@@ -107,16 +110,6 @@ Study Evaluate(std::vector<Week> const& weeks)
         year.point = series.getAverageValue(period.Begin(), period.End(), Average::Point);
         study.years.push_back(year);
     }
-
-    // The rise over the record, as the increase of a total: gaps would break it, so it is taken between the
-    // values.
-    TimeAverager values;
-    for (Week const& week : weeks)
-    {
-        if (!IsNullValue(week.value))
-            values.addSamplePoint(week.end, week.value);
-    }
-    study.rise = values.getAverageValue(weeks.front().end, weeks.back().end, Average::Cumulative);
     return study;
 }
 
