@@ -1,0 +1,55 @@
+#include "orv/foundation/Environment.h"
+
+#include "tests/support/ScopedEnvironment.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+namespace Zan::Orv::Core::Service::Tests {
+
+TEST(EnvironmentTest, WhatIsSetIsSeenByTheWholeProcess)
+{
+    ScopedEnvironment const guard("ORV_TEST_VARIABLE", "");
+    for (std::string value : {"a", "two words", " ", "x=y=", "%n%s", ""})
+    {
+        SetEnvVariable("ORV_TEST_VARIABLE", value);
+        char const* const seen = std::getenv("ORV_TEST_VARIABLE");
+        EXPECT_EQ(seen != nullptr, !value.empty()) << value;
+        EXPECT_EQ(seen != nullptr ? seen : "", value);
+        EXPECT_EQ(GetEnvVariable("ORV_TEST_VARIABLE"), value);
+        value.assign(value.size(), '#'); // the environment must not live in the caller's text
+        EXPECT_NE(GetEnvVariable("ORV_TEST_VARIABLE").substr(0, 1), "#");
+    }
+    std::string const longOne(30000, 'x');
+    SetEnvVariable("ORV_TEST_VARIABLE", longOne);
+    EXPECT_EQ(GetEnvVariable("ORV_TEST_VARIABLE"), longOne);
+}
+
+TEST(EnvironmentTest, TheFirstEqualsSignDividesAndAZeroByteEnds)
+{
+    using namespace std::string_literals;
+    ScopedEnvironment const guard("ORV_TEST_VARIABLE", "");
+    SetEnvVariable("ORV_TEST_VARIABLE=a", "b");
+    EXPECT_EQ(GetEnvVariable("ORV_TEST_VARIABLE"), "a=b");
+    SetEnvVariable("ORV_TEST_VARIABLE", "c\0d"s);
+    EXPECT_EQ(GetEnvVariable("ORV_TEST_VARIABLE\0_"s), "c");
+    SetEnvVariable("ORV_TEST_VARIABLE", "\0d"s);
+    EXPECT_EQ(std::getenv("ORV_TEST_VARIABLE"), nullptr);
+}
+
+TEST(EnvironmentTest, WhatTheHostRefusesChangesNothing)
+{
+    using namespace std::string_literals;
+    ScopedEnvironment const guard("ORV_TEST_VARIABLE", "kept");
+    SetEnvVariable("", "x");
+    SetEnvVariable("", "");
+    SetEnvVariable("ORV_TEST_VARIABLE\0"s, "x"); // ends before any '='
+    EXPECT_EQ(GetEnvVariable("ORV_TEST_VARIABLE"), "kept");
+    EXPECT_EQ(GetEnvVariable(""), "");
+    EXPECT_EQ(GetEnvVariable("ORV_TEST_VARIABL"), "");
+    EXPECT_EQ(GetEnvVariable(std::string(100000, 'n')), "");
+}
+
+} // namespace Zan::Orv::Core::Service::Tests
