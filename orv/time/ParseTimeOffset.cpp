@@ -52,7 +52,7 @@ TimeFrequency MakeFrequency(int number, UnitRow row)
 
 TimeOffset ParseTimeOffset(std::string const& text)
 {
-    TimeOffset result;
+    TimeOffset result(0, 0, 0, 0, 0, 0, 0);
     for (Internal::TermReader reader(text); reader.Next(true);)
     {
         int const number = Times(reader.Number(), reader.IsNegative() ? -1 : 1);
@@ -66,7 +66,7 @@ TimeFrequency ParseTimeFrequency(std::string const& text)
     Internal::TermReader reader(text);
     bool const found = reader.Next(false);
     // A text without a term fails on its empty unit.
-    UnitRow const row = Internal::LookupUnit(found ? reader.Unit() : std::string());
+    UnitRow const row = Internal::LookupUnit(found ? reader.Unit() : std::string_view());
     return MakeFrequency(reader.Number(), row);
 }
 

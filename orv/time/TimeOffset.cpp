@@ -75,6 +75,11 @@ TimeOffset::TimeOffset(Time const& to, Time const& from)
 
 void TimeOffset::Normalize()
 {
+    auto const isWithin = [](int value, unsigned limit) { return static_cast<unsigned>(value) < limit; };
+    if (isWithin(milliseconds_, 1000) && isWithin(seconds_, 60) && isWithin(minutes_, 60) &&
+        isWithin(hours_, 24) && isWithin(months_, 12))
+        return;
+
     long long years = years_;
     long long months = months_;
     long long days = days_;

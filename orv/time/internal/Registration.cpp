@@ -4,6 +4,7 @@
 #include "orv/time/TimeFrequency.h"
 #include "orv/time/TimeOffset.h"
 #include "orv/time/TimePeriod.h"
+#include "orv/time/TimeString.h"
 
 namespace Zan::Orv::Core::Service {
 
@@ -36,6 +37,7 @@ struct Registration
                          typeid(TimeFrequency));
         factory.Register("Zan::Orv::Core::Service::TimeOffset", Create<TimeOffset>, typeid(TimeOffset));
         factory.Register("Zan::Orv::Core::Service::TimePeriod", Create<TimePeriod>, typeid(TimePeriod));
+        factory.Register("Zan::Orv::Core::Service::TimeString", Create<TimeString>, typeid(TimeString));
     }
 };
 

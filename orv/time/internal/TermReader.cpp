@@ -48,25 +48,39 @@ constexpr std::pair<std::string_view, UnitRow> unitWords[] = {
     {"ms", UnitRow::Milliseconds},
 };
 
-} // namespace
-
-UnitRow LookupUnit(std::string const& unit)
+bool FindUnit(std::string_view unit, UnitRow& row)
 {
-    std::string lower = unit;
-    std::locale const locale;
-    std::use_facet<std::ctype<char>>(locale).tolower(lower.data(), lower.data() + lower.size());
-    for (auto const& [word, row] : unitWords)
+    for (auto const& [word, wordRow] : unitWords)
     {
-        if (word == lower)
-            return row;
+        // The length and the first letter are looked at before the words are compared: most rows end here.
+        if (word.size() == unit.size() && word.front() == unit.front() && word == unit)
+        {
+            row = wordRow;
+            return true;
+        }
     }
-    throw TimeException("Invalid time offset unit: '" + unit + "'");
+    return false;
 }
 
-TermReader::TermReader(std::string const& text, std::size_t position) : text_(text), position_(position)
+} // namespace
+
+UnitRow LookupUnit(std::string_view unit)
 {
-    std::size_t const last = text.find_last_of("\n\r");
-    lineEnd_ = last == std::string::npos ? 0 : last + 1;
+    UnitRow row{};
+    if (FindUnit(unit, row)) // as most people write it, and as it is in lower case in every locale
+        return row;
+    std::string lower(unit);
+    std::locale const locale;
+    std::use_facet<std::ctype<char>>(locale).tolower(lower.data(), lower.data() + lower.size());
+    if (FindUnit(lower, row))
+        return row;
+    throw TimeException("Invalid time offset unit: '" + std::string(unit) + "'");
+}
+
+TermReader::TermReader(std::string const& text) : text_(text), lineEnd_(text.size())
+{
+    while (lineEnd_ != 0 && text[lineEnd_ - 1] != '\n' && text[lineEnd_ - 1] != '\r')
+        --lineEnd_;
 }
 
 std::size_t TermReader::SkipBlanks(std::size_t at) const
@@ -94,6 +108,7 @@ bool TermReader::Next(bool withSign)
     if (at == number)
         return false;
 
+    std::size_t const numberEnd = at;
     std::size_t const unit = SkipBlanks(at);
     at = unit;
     while (at < text_.size() && IsLetter(text_[at]))
@@ -103,6 +118,7 @@ bool TermReader::Next(bool withSign)
 
     negative_ = negative;
     number_ = number;
+    numberEnd_ = numberEnd;
     unit_ = unit;
     position_ = at;
     return true;
@@ -110,7 +126,12 @@ bool TermReader::Next(bool withSign)
 
 int TermReader::Number() const
 {
-    return std::atoi(text_.c_str() + number_); // stops at the unit or the blank before it
+    if (numberEnd_ - number_ > 9)
+        return std::atoi(text_.c_str() + number_); // stops at the unit or the blank before it
+    int number = 0;
+    for (std::size_t at = number_; at != numberEnd_; ++at)
+        number = number * 10 + (text_[at] - '0');
+    return number;
 }
 
 } // namespace Zan::Orv::Core::Service::Internal

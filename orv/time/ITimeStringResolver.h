@@ -1,0 +1,22 @@
+#pragma once
+
+#include "orv/Export.h"
+
+namespace Zan::Orv::Core::Service {
+
+class Time;
+class TimeString;
+
+/// Turns a text into the moment that it stands for.
+class ORV_API ITimeStringResolver
+{
+public:
+    ITimeStringResolver() = default;
+    ITimeStringResolver(ITimeStringResolver const&) = default;
+    ITimeStringResolver& operator=(ITimeStringResolver const&) = default;
+    virtual ~ITimeStringResolver();
+
+    virtual Time getTime(TimeString const& time) = 0;
+};
+
+} // namespace Zan::Orv::Core::Service

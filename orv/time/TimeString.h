@@ -1,0 +1,42 @@
+#pragma once
+
+#include "orv/Export.h"
+#include "orv/serialization/ISerializable.h"
+
+#include <string>
+
+namespace Zan::Orv::Core::Service {
+
+class Time;
+
+/// A point in time that is written down as text and bound late: a date in any form that `ParseTime` reads, or the name
+/// of a symbol, with offsets behind it. The text is kept as it came; the empty text means "not defined".
+class ORV_API TimeString : public ISerializable
+{
+public:
+    TimeString() = default;
+    TimeString(std::string const& text) : text_(text) {}
+    /// The standard text of `time`.
+    TimeString(Time const& time);
+    TimeString(TimeString const&) = default;
+    TimeString(TimeString&&) = default;
+    TimeString& operator=(TimeString const&) = default;
+    TimeString& operator=(TimeString&&) = default;
+    ~TimeString() override = default;
+
+    std::string const& GetString() const { return text_; }
+    bool IsDefined() const { return !text_.empty(); }
+
+    /// By the text and not by the moment: an order for containers.
+    bool operator==(TimeString const& other) const { return text_ == other.text_; }
+    bool operator!=(TimeString const& other) const { return text_ != other.text_; }
+    bool operator<(TimeString const& other) const { return text_ < other.text_; }
+
+    /// The text as the string "time_string".
+    void Serialize(Serializer& serializer) override;
+
+private:
+    std::string text_;
+};
+
+} // namespace Zan::Orv::Core::Service

@@ -1,0 +1,127 @@
+#include "orv/time/internal/SymbolEvaluator.h"
+
+#include "orv/foundation/Exception.h"
+#include "orv/time/ITimeSymbolTable.h"
+#include "orv/time/ParseTime.h"
+#include "orv/time/TimeOffset.h"
+#include "orv/time/TimeString.h"
+#include "orv/time/internal/ExpressionMatcher.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_set>
+
+namespace Zan::Orv::Core::Service::Internal {
+
+// One definition in a chain of them: whose it is, and what it adds to what it builds on. The first one, which is what
+// was asked for, has no name.
+struct SymbolEvaluator::Level
+{
+    std::string name;
+    std::string offsets;
+};
+
+namespace {
+
+// The names of a chain, to notice one that comes again. Most chains are short, and then looking at all is the fastest.
+class ChainNames
+{
+public:
+    // False when the name is there already.
+    bool Add(std::string const& name)
+    {
+        if (inOrder_.size() < shortLength)
+        {
+            if (std::find(inOrder_.begin(), inOrder_.end(), name) != inOrder_.end())
+                return false;
+            inOrder_.push_back(name);
+            return true;
+        }
+        if (all_.empty())
+            all_.insert(inOrder_.begin(), inOrder_.end());
+        return all_.insert(name).second;
+    }
+
+private:
+    static constexpr std::size_t shortLength = 8;
+
+    std::vector<std::string> inOrder_;
+    std::unordered_set<std::string> all_;
+};
+
+} // namespace
+
+// A chain is followed to its end before anything is calculated, and then back: in a loop, so that it may have any length.
+Time SymbolEvaluator::EvaluateChain(std::string const& text, bool remember)
+{
+    std::vector<Level> levels(1);
+    try
+    {
+        Time value = FollowChain(text, levels);
+        for (; !levels.empty(); levels.pop_back())
+        {
+            if (!levels.back().offsets.empty())
+                value += ParseTimeOffset(levels.back().offsets);
+            if (remember && levels.size() > 1)
+                known_.insert_or_assign(levels.back().name, value);
+        }
+        return value;
+    }
+    catch (TimeException const&)
+    {
+        // What builds on a failure fails as well. Nothing is remembered of other exceptions, which end the matter.
+        if (remember)
+        {
+            for (Level const& level : levels)
+                known_.emplace(level.name, std::nullopt);
+        }
+        throw;
+    }
+}
+
+Time SymbolEvaluator::FollowChain(std::string const& text, std::vector<Level>& levels)
+{
+    ChainNames names;
+    TimeString definition(text);
+    while (true)
+    {
+        std::string_view base;
+        std::string_view offsets;
+        if (!MatchExpression(definition.GetString(), base, offsets))
+            throw TimeException("Invalid time format");
+        levels.back().offsets = offsets;
+        std::string name(base);
+        if (!IsSymbol(base))
+            return ParseTime(name, twoDigitYears2000_);
+
+        auto const known = known_.find(name);
+        if (known != known_.end() && known->second)
+            return *known->second;
+        if (!names.Add(name))
+            throw TimeException("Symbolic time is defined by itself: '" + name + "'");
+        definition = table_ != nullptr ? table_->find(name) : TimeString();
+        if (!definition.IsDefined() || known != known_.end())
+            throw TimeException("Symbolic time is not defined: '" + name + "'");
+        levels.push_back({std::move(name), {}});
+    }
+}
+
+Time SymbolEvaluator::Evaluate(std::string const& text)
+{
+    return EvaluateChain(text, false);
+}
+
+bool SymbolEvaluator::IsValid(std::string const& text)
+{
+    try
+    {
+        EvaluateChain(text, true);
+        return true;
+    }
+    catch (TimeException const&)
+    {
+        return false;
+    }
+}
+
+} // namespace Zan::Orv::Core::Service::Internal

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "orv/time/Time.h"
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace Zan::Orv::Core::Service {
+
+class ITimeSymbolTable;
+
+namespace Internal {
+
+/// Evaluates symbolic times against one table.
+class SymbolEvaluator
+{
+public:
+    SymbolEvaluator(ITimeSymbolTable const* table, bool twoDigitYears2000)
+        : table_(table), twoDigitYears2000_(twoDigitYears2000)
+    {}
+
+    /// The moment of a text. \throws as the symbolic `ParseTime`.
+    Time Evaluate(std::string const& text);
+
+    /// True when the text has a moment, false for what is a `TimeException`. The symbols on the way are remembered, so
+    /// that a table whose definitions build on each other is checked in time linear to its size.
+    bool IsValid(std::string const& text);
+
+private:
+    struct Level;
+
+    Time EvaluateChain(std::string const& text, bool remember);
+    /// The moment at the end of a chain of definitions, and the levels that lead to it.
+    Time FollowChain(std::string const& text, std::vector<Level>& levels);
+
+    ITimeSymbolTable const* table_;
+    bool twoDigitYears2000_;
+    std::unordered_map<std::string, std::optional<Time>> known_; // without a time where there is none
+};
+
+} // namespace Internal
+
+} // namespace Zan::Orv::Core::Service
