@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
 build_packages=(g++ cmake ninja-build ccache libboost-dev libxerces-c-dev)
-test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev libxml2-utils)
+test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev libxml2-utils locales)
 
 # step <text>: says what happens now.
 step() {
