@@ -1,11 +1,9 @@
 #pragma once
 
-#include <string>
-
 namespace Zan::Orv::Core::Service::Platform {
 
-/// Appends what the environment says of the user's locale: every variable that `std::locale("")` looks at. Two equal
-/// texts mean the same locale.
-void AppendLocaleEnvironment(std::string& text);
+/// Every variable of the environment as "NAME=value", with a null pointer behind the last one. May be null itself. Valid
+/// until the environment changes.
+char const* const* EnvironmentVariables();
 
 } // namespace Zan::Orv::Core::Service::Platform
