@@ -3,8 +3,16 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
-build_packages=(g++ cmake ninja-build ccache libboost-dev libxerces-c-dev)
-test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev libxml2-utils locales)
+# The Boost that the project is built with. The default of Debian 12, 1.74, can not copy a file to another file system;
+# 1.81 is beside it there, and later systems have a later one.
+boost_version=
+if grep -qs '^VERSION_CODENAME=bookworm' /etc/os-release; then
+  boost_version=1.81
+fi
+
+build_packages=(g++ cmake ninja-build ccache "libboost$boost_version-dev" "libboost-filesystem$boost_version-dev" libbz2-dev
+  libxerces-c-dev)
+test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev libxml2-utils locales bzip2 python3)
 
 # step <text>: says what happens now.
 step() {
@@ -52,6 +60,8 @@ configure_and_build() {
   shift
   if command -v ccache >/dev/null; then
     export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+    # A clone in another folder finds what this one has compiled.
+    export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
   fi
   step "Configuring build/$preset"
   cmake --preset "$preset" --log-level=WARNING >/dev/null
