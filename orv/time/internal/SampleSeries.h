@@ -46,6 +46,7 @@ private:
 class SampleSeries::Iterator
 {
 public:
+    // Not of the end, which points nowhere. NOLINTNEXTLINE(clang-analyzer-core.uninitialized.UndefReturn)
     Sample const& operator*() const { return *at_; }
     Sample const* operator->() const { return at_; }
 

@@ -3,7 +3,10 @@
 #include "orv/foundation/Exception.h"
 #include "orv/foundation/internal/Characters.h"
 
+#include <array>
+#include <cstdint>
 #include <cstdlib>
+#include <iterator>
 #include <locale>
 #include <string_view>
 #include <utility>
@@ -12,19 +15,8 @@ namespace Zan::Orv::Core::Service::Internal {
 
 namespace {
 
+// In the order of their first letters. "m" is no unit: nobody knows whether it means months or minutes.
 constexpr std::pair<std::string_view, UnitRow> unitWords[] = {
-    {"years", UnitRow::Years},
-    {"year", UnitRow::Years},
-    {"yrs", UnitRow::Years},
-    {"yr", UnitRow::Years},
-    {"y", UnitRow::Years},
-    {"months", UnitRow::Months},
-    {"month", UnitRow::Months},
-    {"weeks", UnitRow::Weeks},
-    {"week", UnitRow::Weeks},
-    {"wks", UnitRow::Weeks},
-    {"wk", UnitRow::Weeks},
-    {"w", UnitRow::Weeks},
     {"days", UnitRow::Days},
     {"day", UnitRow::Days},
     {"d", UnitRow::Days},
@@ -33,29 +25,61 @@ constexpr std::pair<std::string_view, UnitRow> unitWords[] = {
     {"hrs", UnitRow::Hours},
     {"hr", UnitRow::Hours},
     {"h", UnitRow::Hours},
-    // "m" is no unit: nobody knows whether it means months or minutes.
+    {"months", UnitRow::Months},
+    {"month", UnitRow::Months},
     {"minutes", UnitRow::Minutes},
     {"minute", UnitRow::Minutes},
     {"mins", UnitRow::Minutes},
     {"min", UnitRow::Minutes},
+    {"milliseconds", UnitRow::Milliseconds},
+    {"millisecond", UnitRow::Milliseconds},
+    {"ms", UnitRow::Milliseconds},
     {"seconds", UnitRow::Seconds},
     {"second", UnitRow::Seconds},
     {"secs", UnitRow::Seconds},
     {"sec", UnitRow::Seconds},
     {"s", UnitRow::Seconds},
-    {"milliseconds", UnitRow::Milliseconds},
-    {"millisecond", UnitRow::Milliseconds},
-    {"ms", UnitRow::Milliseconds},
+    {"weeks", UnitRow::Weeks},
+    {"week", UnitRow::Weeks},
+    {"wks", UnitRow::Weeks},
+    {"wk", UnitRow::Weeks},
+    {"w", UnitRow::Weeks},
+    {"years", UnitRow::Years},
+    {"year", UnitRow::Years},
+    {"yrs", UnitRow::Years},
+    {"yr", UnitRow::Years},
+    {"y", UnitRow::Years},
 };
+
+// The rows that begin with each byte: a unit is compared with a handful of words.
+struct Rows
+{
+    std::uint8_t begin = 0;
+    std::uint8_t end = 0;
+};
+
+constexpr std::array<Rows, 256> rowsOf = [] {
+    std::array<Rows, 256> rows{};
+    for (std::size_t row = 0; row < std::size(unitWords); ++row)
+    {
+        Rows& those = rows[static_cast<unsigned char>(unitWords[row].first.front())];
+        if (those.end == 0)
+            those.begin = static_cast<std::uint8_t>(row);
+        those.end = static_cast<std::uint8_t>(row + 1);
+    }
+    return rows;
+}();
 
 bool FindUnit(std::string_view unit, UnitRow& row)
 {
-    for (auto const& [word, wordRow] : unitWords)
+    if (unit.empty())
+        return false;
+    auto const [begin, end] = rowsOf[static_cast<unsigned char>(unit.front())];
+    for (std::size_t i = begin; i < end; ++i)
     {
-        // The length and the first letter are looked at before the words are compared: most rows end here.
-        if (word.size() == unit.size() && word.front() == unit.front() && word == unit)
+        if (unitWords[i].first == unit)
         {
-            row = wordRow;
+            row = unitWords[i].second;
             return true;
         }
     }
