@@ -20,7 +20,7 @@ void DelegateBase::AddDelegateHandler(IDelegateHandler* handler)
     if (FindHandler(handler, false))
         return;
     handlers_.push_back(handler);
-    owned.release();
+    static_cast<void>(owned.release());
 }
 
 void DelegateBase::RemoveDelegateHandler(IDelegateHandler* handler)

@@ -67,6 +67,8 @@ void Factory::Register(std::string className, Creator create, std::type_info con
     }
 }
 
+// The name may be one that stands in the tables, and is a copy for that reason.
+// cppcheck-suppress passedByValue ; NOLINTNEXTLINE(performance-unnecessary-value-param)
 void Factory::Unregister(std::string className)
 {
     auto const known = tables_->classes.find(className);

@@ -55,6 +55,9 @@ public:
 
     /// True once the input has failed: nothing more will be read from it.
     virtual bool IsExhausted() const = 0;
+
+    /// How many bytes the input is known to have left, without reading on; 0 when nothing is known.
+    virtual std::size_t BytesAhead() const = 0;
 };
 
 } // namespace Zan::Orv::Core::Service

@@ -2,6 +2,7 @@
 
 #include "orv/serialization/ISerializable.h"
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -123,6 +124,16 @@ constexpr SerializeKind KindOf()
     else
         return SerializeKind::None;
 }
+
+/// True for a container that makes room for as many elements as it is told.
+template<class T, class = void>
+struct HasReserve : std::false_type
+{
+};
+template<class T>
+struct HasReserve<T, std::void_t<decltype(std::declval<T&>().reserve(std::size_t()))>> : std::true_type
+{
+};
 
 /// What a scalar travels as that has no overload of its own.
 template<class T>

@@ -7,6 +7,7 @@
 #include "orv/serialization/ISerializerImpl.h"
 #include "orv/serialization/internal/IdentityTables.h"
 
+#include <algorithm>
 #include <typeinfo>
 #include <vector>
 
@@ -19,9 +20,9 @@ SerializeException ReadFailure(char const* tag, std::string const& why)
     return SerializeException(std::string("Failed to deserialize object with tag '") + tag + "': " + why);
 }
 
-SerializeException WrongType(char const* tag, ISerializable const& object)
+SerializeException WrongType(char const* tag, std::type_info const& type)
 {
-    return ReadFailure(tag, "Stored object of type '" + Platform::TypeName(typeid(object)) +
+    return ReadFailure(tag, "Stored object of type '" + Platform::TypeName(type) +
                                 "' is not of the type of the pointer that reads it.");
 }
 
@@ -208,9 +209,9 @@ void Serializer::Read(Internal::ObjectTable<Pointer>& objects, void* pointer, As
             throw ReadFailure(tag, "The creator of class '" + className + "' made no object.");
         if (!assign(pointer, object))
         {
-            SerializeException const failure = WrongType(tag, *object);
+            std::type_info const& type = typeid(*object);
             dispose(object);
-            throw failure;
+            throw WrongType(tag, type);
         }
         // Known before its fields are read: they may refer back to it.
         objects.Set(id, object);
@@ -222,7 +223,7 @@ void Serializer::Read(Internal::ObjectTable<Pointer>& objects, void* pointer, As
         if (known == nullptr)
             throw ReadFailure(tag, "Referenced object with id '" + std::to_string(id) + "' does not exist.");
         if (!assign(pointer, known))
-            throw WrongType(tag, *known);
+            throw WrongType(tag, typeid(*known));
     }
     else
         assign(pointer, Pointer());
@@ -237,6 +238,24 @@ void Serializer::StartArray(char const* tag, std::size_t index, std::size_t& cou
 void Serializer::EndArray(char const* tag)
 {
     impl_.EndArray(tag);
+}
+
+// How many elements to make room for at once. An honest document holds about as many bytes for an element as the
+// element has in memory; a lie about the count gets no more than a few times the document, however arrays nest.
+std::size_t Serializer::TakeRoom(std::size_t count, std::size_t elementSize)
+{
+    constexpr std::size_t freeRoom = 512; // bytes, about what one level of the traversal takes of the stack
+    constexpr std::size_t factor = 4;
+
+    if (exhaustible_ == nullptr)
+        return 0;
+    if (count <= freeRoom / elementSize)
+        return count;
+    std::size_t const most = factor * exhaustible_->BytesAhead();
+    std::size_t const left = most > room_ ? most - room_ : 0;
+    std::size_t const taken = std::min(count, left / elementSize);
+    room_ += taken * elementSize;
+    return taken;
 }
 
 void Serializer::CheckElement(char const* tag, std::size_t position, std::size_t count) const

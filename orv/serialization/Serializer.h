@@ -106,6 +106,7 @@ private:
 
     void StartArray(char const* tag, std::size_t index, std::size_t& count);
     void EndArray(char const* tag);
+    std::size_t TakeRoom(std::size_t count, std::size_t elementSize);
     void CheckElement(char const* tag, std::size_t position, std::size_t count) const;
     [[noreturn]] static void ThrowWrongLength(char const* tag, std::size_t expected, std::size_t found);
 
@@ -130,6 +131,7 @@ private:
     bool const reading_;
     IExhaustible const* const exhaustible_;
     std::size_t depth_ = 0;
+    std::size_t room_ = 0; // bytes, taken for the elements of the arrays that are being read
     std::unique_ptr<Tables> tables_;
 };
 
@@ -232,8 +234,9 @@ void Serializer::WriteElements(T& elements, char const* tag, std::size_t index)
     EndArray(tag);
 }
 
-// Elements arrive one after another, and the container grows with them: a count that the input can not honour
-// costs no memory and ends in a failure.
+// Elements arrive one after another. There is room for them beforehand as far as the input is known to be long
+// enough, and the container grows with the others: a count that the input can not honour costs no memory and
+// ends in a failure.
 template<class T>
 void Serializer::ReadElements(T& elements, char const* tag, std::size_t index)
 {
@@ -241,6 +244,7 @@ void Serializer::ReadElements(T& elements, char const* tag, std::size_t index)
     constexpr SerializeKind kind = Detail::KindOf<T>();
 
     std::size_t count = 0;
+    std::size_t const roomAround = room_;
     StartArray(tag, index, count);
     if constexpr (kind == SerializeKind::FixedArray)
     {
@@ -250,6 +254,8 @@ void Serializer::ReadElements(T& elements, char const* tag, std::size_t index)
     }
     else
         elements.clear();
+    if constexpr (Detail::HasReserve<T>::value)
+        elements.reserve(TakeRoom(count, sizeof(typename T::value_type)));
 
     for (std::size_t position = 0; position < count; ++position)
     {
@@ -277,6 +283,7 @@ void Serializer::ReadElements(T& elements, char const* tag, std::size_t index)
         }
         CheckElement(tag, position, count);
     }
+    room_ = roomAround;
     EndArray(tag);
 }
 

@@ -1,6 +1,7 @@
 #include "orv/serialization/StreamInputSerializer.h"
 
 #include "orv/foundation/internal/NumberText.h"
+#include "orv/serialization/internal/StreamBytes.h"
 #include "orv/serialization/internal/StreamText.h"
 
 #include <istream>
@@ -53,6 +54,11 @@ bool StreamInputSerializer::IsExhausted() const
     return failed_;
 }
 
+std::size_t StreamInputSerializer::BytesAhead() const
+{
+    return Internal::BytesAhead(stream_);
+}
+
 template<class T>
 void StreamInputSerializer::ReadLine(T& value)
 {
@@ -65,7 +71,8 @@ void StreamInputSerializer::ReadLine(T& value)
 template<class Number, class T>
 void StreamInputSerializer::ReadLineAs(T& value)
 {
-    auto number = static_cast<Number>(value);
+    auto number =
+        static_cast<Number>(value); // NOLINT(bugprone-signed-char-misuse): small numbers, not characters
     ReadLine(number);
     value = static_cast<T>(number);
 }

@@ -42,6 +42,7 @@ public:
     void EndObject(char const* tag) override;
 
     bool IsExhausted() const override;
+    std::size_t BytesAhead() const override;
 
 private:
     template<class T>

@@ -1,6 +1,7 @@
 #include "orv/serialization/XMLOutputSerializer.h"
 
 #include "orv/foundation/internal/NumberText.h"
+#include "orv/serialization/internal/StreamBytes.h"
 #include "orv/serialization/internal/StreamText.h"
 #include "orv/serialization/internal/XMLText.h"
 
@@ -87,7 +88,7 @@ void XMLOutputSerializer::Scalar(char const* tag, std::size_t, std::string& valu
     else // as it stands, without a copy
     {
         Flush();
-        stream_.write(value.data(), static_cast<std::streamsize>(value.size()));
+        Internal::WriteBytes(stream_, value.data(), value.size());
     }
     WriteEndTag(tag);
     Flush();

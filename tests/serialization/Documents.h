@@ -1,5 +1,7 @@
 #pragma once
 
+#include "orv/serialization/BinaryInputSerializer.h"
+#include "orv/serialization/BinaryOutputSerializer.h"
 #include "orv/serialization/Serializer.h"
 #include "orv/serialization/StreamInputSerializer.h"
 #include "orv/serialization/StreamOutputSerializer.h"
@@ -8,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <sstream>
 #include <string>
 
@@ -19,13 +22,24 @@ template<class Output, class Input, class... Root>
 struct Form
 {
     template<class T>
+    static void WriteTo(std::ostream& stream, T& value)
+    {
+        Output output(stream, Root::tag...);
+        Serializer(output).Serialize(value, "x");
+    }
+
+    template<class T>
+    static void ReadFrom(std::istream& stream, T& value)
+    {
+        Input input(stream, Root::tag...);
+        Serializer(input).Serialize(value, "x");
+    }
+
+    template<class T>
     static std::string Write(T& value)
     {
         std::ostringstream stream;
-        {
-            Output output(stream, Root::tag...);
-            Serializer(output).Serialize(value, "x");
-        }
+        WriteTo(stream, value);
         return stream.str();
     }
 
@@ -33,8 +47,7 @@ struct Form
     static void Read(std::string const& document, T& value)
     {
         std::istringstream stream(document);
-        Input input(stream, Root::tag...);
-        Serializer(input).Serialize(value, "x");
+        ReadFrom(stream, value);
     }
 };
 
@@ -44,14 +57,41 @@ struct DocRoot
 };
 
 using XMLForm = Form<XMLOutputSerializer, XMLInputSerializer, DocRoot>;
+using BinaryForm = Form<BinaryOutputSerializer, BinaryInputSerializer>;
 using TextForm = Form<StreamOutputSerializer, StreamInputSerializer>;
 
-using Forms = ::testing::Types<XMLForm, TextForm>;
+using Forms = ::testing::Types<XMLForm, BinaryForm, TextForm>;
 
 /// A whole XML document around `body`.
 inline std::string XML(std::string const& body)
 {
     return "<?xml version=\"1.0\"?>\n<doc>" + body + "</doc>";
+}
+
+/// What is in a file, byte for byte.
+inline std::string ReadFile(std::string const& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+/// The bytes of a text such as "00 FF".
+inline std::string FromHex(std::string const& text)
+{
+    std::istringstream words(text);
+    words >> std::hex;
+    std::string bytes;
+    for (int byte = 0; words >> byte;)
+        bytes += static_cast<char>(byte);
+    return bytes;
+}
+
+/// A short text as the binary form has it, behind its length.
+inline std::string Counted(std::string const& text)
+{
+    return std::string(3, '\0') + static_cast<char>(text.size()) + text;
 }
 
 inline std::string Repeat(std::size_t count, std::string const& text)

@@ -97,7 +97,7 @@ void ExpectRefused(std::string const& document, std::string const& what)
     EXPECT_THROW(XMLForm::Read(document, value), SerializeException) << what;
 }
 
-// What came back is written in the other form, so that no fault of one form hides behind itself.
+// What came back is written in another form, so that no fault of one form hides behind itself.
 TEST(DocumentsTest, RandomGraphsComeBackTheSame)
 {
     for (unsigned int seed = 1; seed <= 200; ++seed)
@@ -107,12 +107,16 @@ TEST(DocumentsTest, RandomGraphsComeBackTheSame)
         Graph graph = RandomGraph(dice, 1 + dice() % 30);
         std::string const xml = XMLForm::Write(graph);
         std::string const text = TextForm::Write(graph);
+        std::string const bytes = BinaryForm::Write(graph);
         Graph fromXML;
         Graph fromText;
+        Graph fromBytes;
         XMLForm::Read(xml, fromXML);
         TextForm::Read(text, fromText);
+        BinaryForm::Read(bytes, fromBytes);
         ASSERT_EQ(TextForm::Write(fromXML), text) << "seed " << seed;
-        ASSERT_EQ(XMLForm::Write(fromText), xml) << "seed " << seed;
+        ASSERT_EQ(BinaryForm::Write(fromText), bytes) << "seed " << seed;
+        ASSERT_EQ(XMLForm::Write(fromBytes), xml) << "seed " << seed;
     }
     EXPECT_TRUE(Node::Living().empty());
 }
@@ -131,6 +135,9 @@ TEST(DocumentsTest, DocumentsCutShortNeverCrash)
     std::string const text = TextForm::Write(graph);
     for (std::size_t length = 0; length < text.size(); ++length)
         EXPECT_TRUE(GraphEndsWell<TextForm>(text.substr(0, length))) << length;
+    std::string const bytes = BinaryForm::Write(graph);
+    for (std::size_t length = 0; length < bytes.size(); ++length)
+        EXPECT_TRUE(GraphEndsWell<BinaryForm>(bytes.substr(0, length))) << length;
 }
 
 TEST(DocumentsTest, DocumentsWithChangedBytesNeverCrash)
@@ -141,21 +148,23 @@ TEST(DocumentsTest, DocumentsWithChangedBytesNeverCrash)
     Graph graph = RandomGraph(random, 4);
     std::string const xml = XMLForm::Write(graph);
     std::string const text = TextForm::Write(graph);
-    for (int round = 0; round < 3000; ++round)
-    {
-        std::string changedXML = xml;
-        std::string changedText = text;
+    std::string const bytes = BinaryForm::Write(graph);
+    auto const change = [&random](std::string document) {
         for (auto changes = 1 + random() % 4; changes != 0; --changes)
         {
             // Half of the changes swap in a byte of the document, so that more of it still has a meaning.
             char const any = static_cast<char>(random() & 0xFF);
             bool const known = random() % 2 == 0;
-            changedText[random() % text.size()] = known ? text[random() % text.size()] : any;
-            changedXML[random() % xml.size()] = known ? xml[random() % xml.size()] : any;
+            document[random() % document.size()] = known ? document[random() % document.size()] : any;
         }
-        EXPECT_TRUE(GraphEndsWell<TextForm>(changedText)) << "seed " << seed << ", round " << round;
-        EXPECT_TRUE(round % 3 != 0 || GraphEndsWell<XMLForm>(changedXML))
-            << "seed " << seed << ", round " << round;
+        return document;
+    };
+    for (int round = 0; round < 3000; ++round)
+    {
+        SCOPED_TRACE("seed " + std::to_string(seed) + ", round " + std::to_string(round));
+        EXPECT_TRUE(GraphEndsWell<TextForm>(change(text)));
+        EXPECT_TRUE(GraphEndsWell<BinaryForm>(change(bytes)));
+        EXPECT_TRUE(round % 3 != 0 || GraphEndsWell<XMLForm>(change(xml)));
     }
 }
 

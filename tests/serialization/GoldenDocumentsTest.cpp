@@ -102,14 +102,6 @@ void Fill(Everything& everything)
     everything.graph = valve;
 }
 
-std::string ReadFile(std::string const& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
-
 template<class F>
 void Check(std::string const& name)
 {
@@ -135,6 +127,7 @@ void Check(std::string const& name)
 TEST(GoldenDocumentsTest, AreTheSameOnEveryHost)
 {
     Check<XMLForm>("everything.xml");
+    Check<BinaryForm>("everything.bin");
     Check<TextForm>("everything.txt");
 }
 

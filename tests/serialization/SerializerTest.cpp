@@ -174,14 +174,15 @@ TYPED_TEST(SerializerFormTest, AnObjectMadeBeforeAFailureStaysWithItsPointer)
     std::vector<std::shared_ptr<Node>> nodes{std::make_shared<Node>(), std::make_shared<Node>()};
     nodes[1]->phase = Phase::Water;
     std::set<RawNode*> raw{new RawNode};
+    (*raw.begin())->left = new RawLeaf;
     std::string document = TypeParam::Write(nodes);
     std::string rawDocument = TypeParam::Write(raw);
     document.replace(document.find("Water"), 5, "Steam");
-    rawDocument.replace(rawDocument.find("0.000"), 5, "zero!");
+    rawDocument.replace(rawDocument.find("RawLeaf"), 7, "NoClass");
     nodes.clear();
     raw.clear();
     EXPECT_THROW(TypeParam::Read(document, nodes), std::runtime_error);
-    EXPECT_THROW(TypeParam::Read(rawDocument, raw), std::runtime_error);
+    EXPECT_THROW(TypeParam::Read(rawDocument, raw), SerializeException);
     EXPECT_EQ(nodes.size() * 10 + raw.size(), 21U);
 }
 

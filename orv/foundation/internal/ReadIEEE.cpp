@@ -57,6 +57,7 @@ bool ToDouble(std::uint64_t first9, std::uint64_t last12, int power, double& val
     if (whole.low < last12)
         ++whole.high;
     int const cut = 64 - std::countl_zero(whole.high);
+    // At least 3. NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult)
     std::uint64_t const significand = (whole.high << (64 - cut)) | (whole.low >> cut);
 
     PowerOfTen const ten = GetPowerOfTen(power);

@@ -70,7 +70,7 @@ constexpr std::array<char, 200> MakePairs()
     return pairs;
 }
 
-void WritePair(char* at, std::uint32_t number)
+void WritePair(char* at, std::size_t number)
 {
     static constexpr std::array<char, 200> pairs = MakePairs();
     at[0] = pairs[2 * number];

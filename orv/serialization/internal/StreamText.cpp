@@ -1,6 +1,7 @@
 #include "orv/serialization/internal/StreamText.h"
 
 #include "orv/foundation/internal/Characters.h"
+#include "orv/serialization/internal/StreamBytes.h"
 
 #include <limits>
 #include <locale>
@@ -125,7 +126,7 @@ void WriteAndClear(std::ostream& stream, std::string& text)
         std::string& text;
         ~Clearer() { text.clear(); }
     } const clearer{text}; // a stream may throw
-    stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+    WriteBytes(stream, text.data(), text.size());
 }
 
 std::string FormatInteger(std::ios& stream, long long value)

@@ -4,8 +4,12 @@
 #include "orv/serialization/internal/XMLText.h"
 #include "orv/serialization/internal/XMLTree.h"
 
+#include <cstddef>
 #include <istream>
+#include <new>
 #include <string>
+#include <utility>
+#include <xercesc/framework/MemoryManager.hpp>
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLDocumentHandler.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
@@ -16,6 +20,7 @@
 #include <xercesc/sax/SAXException.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/BinInputStream.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/RefVectorOf.hpp>
 #include <xercesc/util/SecurityManager.hpp>
@@ -55,17 +60,54 @@ public:
     static void Start() { static ParserLibrary const library; }
 
 private:
-    ParserLibrary()
+    ParserLibrary() { xercesc::XMLPlatformUtils::Initialize(); }
+};
+
+// What one document is parsed with. When memory runs short, the parser leaves everything as it stands and frees
+// nothing, so the blocks are kept in a list.
+class ParserMemory : public xercesc::MemoryManager
+{
+public:
+    ParserMemory() = default;
+    ~ParserMemory() override
     {
-        try
-        {
-            xercesc::XMLPlatformUtils::Initialize();
-        }
-        catch (xercesc::XMLException const& e)
-        {
-            throw SerializeException(Text(e.getMessage()));
-        }
+        while (first_ != nullptr)
+            ::operator delete(std::exchange(first_, first_->next));
     }
+
+    void* allocate(XMLSize_t size) override
+    {
+        void* const memory = ::operator new(sizeof(Block) + size, std::nothrow);
+        if (memory == nullptr)
+            throw xercesc::OutOfMemoryException();
+        auto* const block = new (memory) Block{nullptr, first_};
+        if (first_ != nullptr)
+            first_->previous = block;
+        first_ = block;
+        return block + 1;
+    }
+
+    void deallocate(void* memory) override
+    {
+        if (memory == nullptr)
+            return;
+        Block* const block = static_cast<Block*>(memory) - 1;
+        (block->previous != nullptr ? block->previous->next : first_) = block->next;
+        if (block->next != nullptr)
+            block->next->previous = block->previous;
+        ::operator delete(block);
+    }
+
+    xercesc::MemoryManager* getExceptionMemoryManager() override { return this; }
+
+private:
+    struct alignas(std::max_align_t) Block
+    {
+        Block* previous;
+        Block* next;
+    };
+
+    Block* first_ = nullptr;
 };
 
 class BinStreamInputStream : public xercesc::BinInputStream
@@ -90,11 +132,12 @@ private:
 class StreamInputSource : public xercesc::InputSource
 {
 public:
-    explicit StreamInputSource(std::istream& stream)
-        : InputSource(xercesc::XMLPlatformUtils::fgMemoryManager), stream_(stream)
-    {}
+    StreamInputSource(std::istream& stream, ParserMemory& memory) : InputSource(&memory), stream_(stream) {}
 
-    xercesc::BinInputStream* makeStream() const override { return new BinStreamInputStream(stream_); }
+    xercesc::BinInputStream* makeStream() const override
+    {
+        return new (getMemoryManager()) BinStreamInputStream(stream_);
+    }
 
 private:
     std::istream& stream_;
@@ -204,7 +247,7 @@ private:
 class Parser : public xercesc::SAXParser
 {
 public:
-    explicit Parser(XMLTree& tree) : builder_(tree)
+    Parser(XMLTree& tree, ParserMemory& memory) : SAXParser(nullptr, &memory), builder_(tree)
     {
         limits_.setEntityExpansionLimit(maxExpansions);
         setSecurityManager(&limits_);
@@ -244,12 +287,13 @@ private:
 
 void ParseXML(std::istream& stream, XMLTree& tree)
 {
-    ParserLibrary::Start();
-    Parser parser(tree);
-    InputErrorHandler handler;
-    StreamInputSource const source(stream);
+    ParserMemory memory; // outlives the failures that are caught here
     try
     {
+        ParserLibrary::Start();
+        Parser parser(tree, memory);
+        InputErrorHandler handler;
+        StreamInputSource const source(stream, memory);
         parser.setErrorHandler(&handler);
         parser.parse(source);
     }
