@@ -22,4 +22,6 @@ OperatingSystem DescribeOperatingSystem();
 std::string ComputerName();
 std::string UserName();
 
+int ProcessId();
+
 } // namespace Zan::Orv::Core::Service::Platform

@@ -56,4 +56,9 @@ std::string UserName()
     return error == 0 && found != nullptr ? found->pw_name : "";
 }
 
+int ProcessId()
+{
+    return static_cast<int>(::getpid());
+}
+
 } // namespace Zan::Orv::Core::Service::Platform

@@ -39,4 +39,9 @@ std::string UserName()
     return ::GetUserNameA(name.data(), &size) != 0 ? name.data() : "";
 }
 
+int ProcessId()
+{
+    return static_cast<int>(::GetCurrentProcessId());
+}
+
 } // namespace Zan::Orv::Core::Service::Platform

@@ -1,0 +1,7 @@
+#include "orv/files/PathFilter.h"
+
+namespace Zan::Orv::Core::Service {
+
+PathFilter::~PathFilter() = default;
+
+} // namespace Zan::Orv::Core::Service

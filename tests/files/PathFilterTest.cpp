@@ -1,0 +1,191 @@
+#include "orv/files/PathFilter.h"
+#include "orv/files/CombinedFilters.h"
+#include "orv/files/ExtensionFilters.h"
+#include "orv/files/FilenameFilters.h"
+#include "orv/files/PathCacheEntry.h"
+#include "orv/foundation/Strings.h"
+
+#include <boost/filesystem/path.hpp>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <limits>
+#include <memory>
+#include <random>
+#include <string>
+#include <tuple>
+#include <type_traits>
+#include <vector>
+
+namespace Zan::Orv::Core::Service::Tests {
+namespace {
+
+using FilterPtr = std::shared_ptr<PathFilter const>;
+
+// Extension, name without it, whole name.
+using Pieces = std::tuple<std::string, std::string, std::string>;
+
+Pieces PiecesOf(std::string const& path)
+{
+    PathCacheEntry const entry(path);
+    return {entry.GetLowercaseExtension(), entry.GetLowercaseFilenameOnly(), entry.GetFullFilename()};
+}
+
+bool Accepts(FilterPtr const& filter, std::string const& path)
+{
+    return (*filter)(PathCacheEntry(path));
+}
+
+TEST(PathCacheEntry, TakesANameApart)
+{
+    struct
+    {
+        std::string path;
+        Pieces pieces;
+    } const cases[] = {
+        {"REPORT.Tar.GZ", {".gz", "report.tar", "REPORT.Tar.GZ"}},
+        {"Makefile", {"", "makefile", "Makefile"}},
+        {".Profile", {".profile", "", ".Profile"}},
+        {"name.", {".", "name", "name."}},
+        {"..a", {".a", ".", "..a"}},
+        {"..", {"", "..", ".."}},
+        {"/data.d/Run1", {"", "run1", "Run1"}},
+        {"./Run1.X0004", {".x0004", "run1", "Run1.X0004"}},
+        {"/Run1.X0004", {".x0004", "run1", "Run1.X0004"}},
+        {"//Run1.X0004", {".x0004", "//run1", "//Run1.X0004"}}, // the name of a root, not of a file
+        {"/data/", {"", ".", "."}},
+        {"", {"", "", ""}},
+    };
+    for (auto const& [path, pieces] : cases)
+        EXPECT_EQ(PiecesOf(path), pieces) << path;
+
+    bool const backslashSeparates = boost::filesystem::path::preferred_separator == '\\';
+    EXPECT_EQ(std::get<2>(PiecesOf("C:\\Data\\Run1.X0004")),
+              backslashSeparates ? "Run1.X0004" : "C:\\Data\\Run1.X0004");
+}
+
+// The pieces as the path library has them.
+Pieces PiecesByLibrary(std::string const& path)
+{
+    boost::filesystem::path const parsed(path);
+    std::string const full = parsed.filename().string();
+    std::string extension = parsed.extension().string();
+    std::string nameOnly = full.substr(0, full.size() - extension.size());
+    StringToLower(extension);
+    StringToLower(nameOnly);
+    return {extension, nameOnly, full};
+}
+
+TEST(PathCacheEntry, AgreesWithThePathLibraryOnAnyText)
+{
+    using namespace std::string_literals;
+    std::string const bytes = "////\\\\...::?aBcX1 \n\xC4\xE4\xFF\0"s;
+    std::mt19937 random(1);
+    for (int round = 0; round < 50000; ++round)
+    {
+        std::string path;
+        for (auto length = random() % 12; length > 0; --length)
+            path += bytes[random() % (round % 2 == 0 ? bytes.size() : bytes.find('\n'))];
+        ASSERT_EQ(PiecesOf(path), PiecesByLibrary(path))
+            << testing::PrintToString(path) << ", round " << round;
+    }
+}
+
+TEST(PathFilter, AcceptsNames)
+{
+    auto const dat = ExtensionFilter::Create(".DAT");
+    auto const three = ExtensionFilter::Create(".a", ".b", ".C");
+    auto const noneOfThem = ExtensionFilter::Create(std::vector<std::string>());
+    auto const letter = NumberedExtensionFilter::Create('X', 4);
+    auto const high = NumberedExtensionFilter::Create('\xC4', 0);
+    auto const prefix = NumberedStringExtensionFilter::Create("Ab", 2);
+    auto const prefixOnly = NumberedStringExtensionFilter::Create("ab", 0);
+    auto const digits = NumberedStringExtensionFilter::Create("", 3);
+    auto const name = FilenameExactNoCaseFilter::Create("RUN1");
+    auto const whole = FilenameExtensionNoCaseFilter::Create("x/y/Run1.DAT");
+    // The lengths of such extensions wrap around.
+    std::size_t const most = std::numeric_limits<std::size_t>::max();
+    auto const wrapped = OrFilter::Create(NumberedExtensionFilter::Create('x', most - 1),
+                                          NumberedExtensionFilter::Create('\0', most),
+                                          NumberedStringExtensionFilter::Create("ab", most - 2));
+    struct
+    {
+        char const* name;
+        FilterPtr filter;
+        std::vector<std::string> accepted, refused;
+    } const cases[] = {
+        {"extension", dat, {"a.dat", "A.b.Dat"}, {"a.data", "a.da", "dat", ""}},
+        {"no dot", ExtensionFilter::Create("dat"), {}, {"a.dat", "dat", "a"}},
+        {"no extension", ExtensionFilter::Create(""), {"a", "..", ""}, {"a.", ".a"}},
+        {"three", three, {"x.a", "x.b", "x.c"}, {"x.d"}},
+        {"none of them", noneOfThem, {}, {"x.a", "x", ""}},
+        {"letter", letter, {"a.x0001", "a.X1234"}, {"a.x123", "a.x12345", "a.y0001", "a.x12a4", "a"}},
+        {"no digits", NumberedExtensionFilter::Create('X', 0), {"a.x"}, {"a.x1", "a.y", "a.", "a"}},
+        {"high letter", high, {"a.\xC4"}, {"a.\xFF", "a.x"}},
+        {"prefix", prefix, {"a.AB01"}, {"a.ab1", "a.ab001", "a.ac01", "a.ab0x", "a.ab\xB2\xB2"}},
+        {"prefix only", prefixOnly, {"a.ab", "b.AB"}, {"a.ab0", "a.a", "a"}},
+        {"digits only", digits, {"a.001"}, {"a.01", "a.0001", "a.00x"}},
+        {"the dot", NumberedStringExtensionFilter::Create("", 0), {"a."}, {"a", "a.1"}},
+        {"wrapped", wrapped, {}, {"a", "a.", "a.x", "a.ab"}},
+        {"name", name, {"run1.x0001", "Run1.dat", "run1"}, {"run1.a.b", "run", "run10", ".run1"}},
+        {"whole name", whole, {"run1.dat", "z/RUN1.Dat"}, {"run1.x0001", "run1", "run1.dat.dat"}},
+        {"name alone", FilenameExtensionNoCaseFilter::Create("a.b/Run1"), {"run1"}, {"run1.dat", "run1."}},
+        {"not", NotFilter::Create(name), {"run2", ""}, {"run1", "RUN1.x"}},
+        {"and", AndFilter::Create(name, letter), {"run1.x0001"}, {"run1.dat", "run2.x0001"}},
+        {"or", OrFilter::Create(name, letter), {"run1.dat", "run2.x0001"}, {"run2.dat"}},
+        {"or of 3", OrFilter::Create(name, dat, prefix), {"run1", "a.dat", "a.ab11"}, {"a.x0001"}},
+        {"and of 0", AndFilter::Create(std::vector<FilterPtr>()), {"a", ""}, {}},
+        {"or of 0", OrFilter::Create(std::vector<FilterPtr>()), {}, {"a", ""}},
+    };
+    for (auto const& [label, filter, accepted, refused] : cases)
+    {
+        for (std::string const& path : accepted)
+            EXPECT_TRUE(Accepts(filter, path)) << label << " for '" << path << '\'';
+        for (std::string const& path : refused)
+            EXPECT_FALSE(Accepts(filter, path)) << label << " for '" << path << '\'';
+    }
+}
+
+// A filter that is never asked may be anything, also none at all.
+TEST(PathFilter, CombinationsStopAtTheAnswer)
+{
+    FilterPtr const no = BasicFilter<0>::Instance();
+    FilterPtr const yes = BasicFilter<1>::Instance();
+    EXPECT_FALSE(Accepts(AndFilter::Create({yes, no, nullptr}), "a"));
+    EXPECT_FALSE(Accepts(AndFilter::Create(no, nullptr), "a"));
+    EXPECT_TRUE(Accepts(OrFilter::Create({no, yes, nullptr}), "a"));
+    EXPECT_TRUE(Accepts(OrFilter::Create(yes, nullptr, nullptr), "a"));
+    EXPECT_NE(NotFilter::Create(nullptr), nullptr);
+}
+
+template<class Filter>
+Filter As(FilterPtr const& filter)
+{
+    return dynamic_cast<Filter const&>(*filter);
+}
+
+TEST(PathFilter, TellsWhatItWasMadeOf)
+{
+    auto const extensions = As<ExtensionFilter>(ExtensionFilter::Create(".B", ".a", ".b")).GetExtensions();
+    EXPECT_EQ(extensions, (std::vector<std::string>{".b", ".a", ".b"}));
+    auto const letter = As<NumberedExtensionFilter>(NumberedExtensionFilter::Create('X', 7));
+    EXPECT_EQ(letter.GetAlphaCharacter(), 'x');
+    EXPECT_EQ(letter.GetDigitsCount(), 7u);
+    auto const prefix = As<NumberedStringExtensionFilter>(NumberedStringExtensionFilter::Create("Ab", 2));
+    EXPECT_EQ(prefix.GetPrefix(), "ab");
+    EXPECT_EQ(prefix.GetDigitsCount(), 2u);
+    EXPECT_EQ(As<FilenameExactNoCaseFilter>(FilenameExactNoCaseFilter::Create("Run1")).GetFilename(), "run1");
+    auto const whole = As<FilenameExtensionNoCaseFilter>(FilenameExtensionNoCaseFilter::Create("x/R.DAT"));
+    EXPECT_EQ(whole.GetFilepath(), "x/R.DAT");
+    EXPECT_TRUE(whole(PathCacheEntry("r.dat"))); // a copy asks as well
+
+    // A list of one stays a list: nothing is simplified.
+    FilterPtr const yes = BasicFilter<1>::Instance();
+    EXPECT_NO_THROW(As<AndFilter>(AndFilter::Create({yes})));
+    EXPECT_NO_THROW(As<OrFilter>(OrFilter::Create({yes})));
+    static_assert(!std::is_default_constructible_v<BasicFilter<1>>);
+    static_assert(!std::is_constructible_v<NotFilter, FilterPtr>);
+}
+
+} // namespace
+} // namespace Zan::Orv::Core::Service::Tests
