@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <tuple>
@@ -33,6 +34,21 @@ TEST(AssertFailureTest, LogsAndThrowsTheSameText)
     }
     EXPECT_FALSE(Throws<Exception>([] { AssertFailure(nullptr, nullptr); }, "ASSERTION FAILURE"))
         << "is none of the library's own exceptions";
+}
+
+TEST(AssertFailureTest, MacroChecksOnceAndTellsThePlace)
+{
+    int calls = 0;
+    if (calls == 0)
+        ORV_ASSERT(++calls == 1 && "a statement like any other");
+    else
+        FAIL();
+    ORV_ASSERT(std::make_unique<int>());
+    EXPECT_EQ(calls, 1);
+
+    std::string const place = " (" __FILE__ ":" + std::to_string(__LINE__ + 1) + ")";
+    auto const broken = [&] { ORV_ASSERT(calls % 2 == 0); };
+    EXPECT_TRUE(Throws<std::runtime_error>(broken, "ASSERTION FAILURE: calls % 2 == 0" + place));
 }
 
 TEST(ExceptionTest, EveryKindIsCaughtAsOneWithItsText)
