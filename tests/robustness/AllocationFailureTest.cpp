@@ -1,0 +1,358 @@
+#include "FailingAllocation.h"
+#include "Graphs.h"
+#include "orv/events/Log.h"
+#include "orv/files/CombinedFilters.h"
+#include "orv/files/ExtensionFilters.h"
+#include "orv/files/FileName.h"
+#include "orv/files/FilenameFilters.h"
+#include "orv/files/FilteredFileFinder.h"
+#include "orv/foundation/Exception.h"
+#include "orv/foundation/Numerics.h"
+#include "orv/foundation/Strings.h"
+#include "orv/time/ParseTime.h"
+#include "orv/time/TimeAverager.h"
+#include "orv/time/TimeFormat.h"
+#include "orv/time/TimeSymbolTable.h"
+#include "tests/serialization/StreamBuffers.h"
+#include "tests/support/ScopedEnvironment.h"
+#include "tests/support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <sstream>
+#include <typeinfo>
+#include <vector>
+
+// Each operation is tried with its first allocation failing, then its second, until none is left that could fail.
+// Every failure is reported, leaks nothing, and leaves behind what can be used and freed.
+
+namespace Zan::Orv::Core::Service::Tests {
+namespace {
+
+/// `State` is what an operation works on. It is made before the memory runs short, and outlives the shortage.
+/// `attempt(state)` says whether it succeeded, as far as it does not throw. `check(state, succeeded)` looks at what it
+/// left behind. `Expected` is what it may throw beside `std::bad_alloc`.
+template<class State, class Expected = std::bad_alloc, class Attempt, class Check>
+void FailEachAllocation(Attempt attempt, Check check)
+{
+    {
+        // What is made at the first use stays.
+        State state;
+        ASSERT_TRUE(attempt(state));
+        check(state, true);
+    }
+    for (Shortage const shortage : {Shortage::Once, Shortage::Lasting})
+    {
+        bool hasFailed = true;
+        for (std::size_t nth = 1; hasFailed && !testing::Test::HasFailure(); ++nth)
+        {
+            SCOPED_TRACE(testing::Message()
+                         << "allocation " << nth << (shortage == Shortage::Once ? "" : " on"));
+            long long const before = LiveBlocks();
+            {
+                State state;
+                bool succeeded = false;
+                std::type_info const* surprise = nullptr;
+                {
+                    FailingAllocation const failing(nth, shortage);
+                    try
+                    {
+                        succeeded = attempt(state);
+                    }
+                    catch (std::exception const& e)
+                    {
+                        if (dynamic_cast<std::bad_alloc const*>(&e) == nullptr &&
+                            dynamic_cast<Expected const*>(&e) == nullptr)
+                            surprise = &typeid(e);
+                    }
+                    catch (...)
+                    {
+                        surprise = &typeid(void);
+                    }
+                    hasFailed = failing.HasFailed();
+                }
+                EXPECT_TRUE(surprise == nullptr) << surprise->name();
+                EXPECT_TRUE(succeeded || hasFailed);
+                check(state, succeeded);
+            }
+            EXPECT_EQ(LiveBlocks(), before) << "a leak";
+        }
+    }
+}
+
+template<class State, class Expected = std::bad_alloc, class Attempt>
+void FailEachAllocation(Attempt attempt)
+{
+    FailEachAllocation<State, Expected>(attempt, [](State&, bool) {});
+}
+
+struct Graph : GraphGuard
+{
+    Plant plant;
+    std::string document;
+};
+
+struct FullGraph : Graph
+{
+    FullGraph() { Fill(plant); }
+};
+
+TYPED_TEST(FormTest, WritingWithoutMemory)
+{
+    std::string const whole = WholeDocument<TypeParam>();
+    FailEachAllocation<FullGraph>(
+        [](FullGraph& graph) {
+            std::ostringstream stream;
+            TypeParam::WriteTo(stream, graph.plant);
+            graph.document = stream.str();
+            return stream.good();
+        },
+        [&](FullGraph& graph, bool succeeded) {
+            EXPECT_TRUE(!succeeded || graph.document == whole) << graph.document;
+            EXPECT_EQ(TypeParam::Write(graph.plant), whole);
+        });
+}
+
+TYPED_TEST(FormTest, ReadingWithoutMemory)
+{
+    std::string const whole = WholeDocument<TypeParam>();
+    FailEachAllocation<Graph, std::runtime_error>(
+        [&](Graph& graph) {
+            std::istringstream stream(whole);
+            TypeParam::ReadFrom(stream, graph.plant);
+            return !stream.bad() && !(stream.fail() && !stream.eof());
+        },
+        [&](Graph& graph, bool succeeded) {
+            if (!succeeded)
+                TypeParam::Read(whole, graph.plant);
+            EXPECT_EQ(TypeParam::Write(graph.plant), whole);
+        });
+}
+
+// The object that no pointer takes is freed before anybody hears of it.
+TEST(AllocationFailure, AnObjectOfTheWrongClass)
+{
+    std::string const document = "Tests::RawNode 1\n0\n# 0\n# 0\n";
+    FailEachAllocation<Graph>(
+        [&](Graph&) {
+            RawLeaf* leaf = nullptr;
+            std::istringstream stream(document);
+            try
+            {
+                TextForm::ReadFrom(stream, leaf);
+            }
+            catch (SerializeException const&)
+            {
+                return true;
+            }
+            return false;
+        },
+        [](Graph&, bool) { EXPECT_TRUE(RawNode::Living().empty()); });
+}
+
+TEST(AllocationFailure, StreamBuffers)
+{
+    std::string const bytes = RandomBytes(5000);
+    std::string const stored = Wrap(bytes, "z6");
+    struct Bytes
+    {
+        std::stringbuf stored, read;
+    };
+    FailEachAllocation<Bytes, std::runtime_error>(
+        [&](Bytes& state) {
+            {
+                Stack stack(state.stored, "z6");
+                if (stack.Top()->sputn(bytes.data(), std::ssize(bytes)) != std::ssize(bytes))
+                    return false;
+            }
+            Stack stack(state.stored, "z6");
+            std::ostream out(&state.read);
+            std::istream in(stack.Top());
+            for (char block[512]; in.read(block, sizeof block) || in.gcount() != 0;)
+                out.write(block, in.gcount());
+            return out.good() && !in.bad();
+        },
+        [&](Bytes& state, bool succeeded) {
+            EXPECT_TRUE(!succeeded || state.read.str() == bytes);
+            EXPECT_EQ(Unwrap(stored, "z6"), bytes);
+        });
+}
+
+TEST(AllocationFailure, SymbolicTimes)
+{
+    struct Symbols
+    {
+        TimeSymbolTable table;
+        Symbols()
+        {
+            table["THE_START_OF_ALL_THE_MEASUREMENTS"] = TimeString("1 JAN 2000 14:30");
+            table["REVIEW"] = TimeString("THE_START_OF_ALL_THE_MEASUREMENTS + 6 months - 2 days");
+        }
+        Time result;
+    };
+    FailEachAllocation<Symbols>(
+        [](Symbols& symbols) {
+            symbols.result = ParseTime(TimeString("REVIEW + 1 day"), &symbols.table, true);
+            return true;
+        },
+        [](Symbols& symbols, bool succeeded) {
+            std::list<std::string> invalid;
+            EXPECT_TRUE(TimeSymbolTable::IsValid(symbols.table, &invalid));
+            EXPECT_EQ(symbols.table.size(), 2U);
+            EXPECT_TRUE(!succeeded || symbols.result == Time(2000, 6, 30, 14, 30, 0, 0));
+        });
+}
+
+// The user's locale is kept for the next date: a failure in making it must not be.
+TEST(AllocationFailure, TheUsersLocale)
+{
+    struct NewLocale : ScopedEnvironment
+    {
+        NewLocale() : ScopedEnvironment("LC_ALL", "C")
+        {
+            ParseTime("1 JAN 2000", true);
+            SetEnvVariable("LC_ALL", "POSIX");
+        }
+    };
+    FailEachAllocation<NewLocale, std::runtime_error>(
+        [](NewLocale&) { return ParseTime("2000-12-31", true) == Time(2000, 12, 31, 0, 0, 0, 0); },
+        [](NewLocale&, bool) { EXPECT_EQ(ParseTime("2000-12-31", true), Time(2000, 12, 31, 0, 0, 0, 0)); });
+}
+
+// Enough samples to split a block.
+TEST(AllocationFailure, Averages)
+{
+    constexpr int count = 3000;
+    auto const at = [](int i) { return Time(2000, 1, 1 + i / 1440, i / 60 % 24, i % 60, 0, 0); };
+    struct Samples
+    {
+        TimeAverager averager, copy;
+    };
+    FailEachAllocation<Samples>(
+        [&](Samples& samples) {
+            for (int i = 0; i < count; ++i)
+                samples.averager.addSamplePoint(at(i * 7919 % count), i * 7919 % count);
+            samples.copy = samples.averager;
+            return true;
+        },
+        [&](Samples& samples, bool succeeded) {
+            auto const style = TimeAverager::TimeAverageStyle::Point;
+            double const copied = samples.copy.getAverageValue(at(0), at(count), style);
+            EXPECT_TRUE(succeeded ? copied == (count - 1) / 2.0 : IsNullValue(copied));
+            for (int i = 0; i < count; ++i)
+                samples.averager.addSamplePoint(at(i), i);
+            EXPECT_EQ(samples.averager.getAverageValue(at(0), at(count), style), (count - 1) / 2.0);
+        });
+}
+
+TEST(AllocationFailure, Strings)
+{
+    std::string const text = "a first piece of text, and another one that is long";
+    struct Texts
+    {
+        std::vector<std::string> pieces{"what was there before, and has to stay there"};
+        std::string text = "a first piece of text, and another one that is long";
+    };
+    FailEachAllocation<Texts>(
+        [&](Texts& texts) {
+            StringSplit(text, texts.pieces, ",", true);
+            StringReplace(texts.text, "piece", "piece, and nothing else,");
+            return true;
+        },
+        [&](Texts& texts, bool succeeded) {
+            EXPECT_EQ(texts.pieces.front(), Texts().pieces.front());
+            EXPECT_TRUE(!succeeded || texts.pieces.size() == 3);
+            EXPECT_TRUE(succeeded ? texts.text.size() == text.size() + 19 : texts.text == text) << texts.text;
+        });
+}
+
+TEST(AllocationFailure, Paths)
+{
+    struct Paths
+    {
+        Directory directory{"/data/models of every kind, and many of them"};
+        FileName file{"/data/models of every kind, and many of them/north.in.csv"};
+    };
+    FailEachAllocation<Paths>(
+        [](Paths& paths) {
+            paths.directory.Append("../of the south, and of the coldest of regions/.");
+            paths.directory.Set("/data/models/north/../south wells\\", true);
+            paths.file.Set("//host/another place/that is/far/../away\\south.in.dat", true);
+            paths.file.SetExtension("an extension that is longer than most");
+            return true;
+        },
+        [](Paths& paths, bool succeeded) {
+            EXPECT_TRUE(!succeeded || paths.directory.LeafName() == "south wells") << paths.directory.Name();
+            EXPECT_TRUE(!succeeded || paths.file.GetRootName() == "south.in") << paths.file.GetFullName();
+            EXPECT_TRUE(paths.directory.IsSet() && paths.file.IsSet());
+            EXPECT_FALSE(paths.directory.Name().empty() || paths.file.GetFullName().empty());
+        });
+}
+
+TEST(AllocationFailure, CatalogsAndFinders)
+{
+    TemporaryDirectory const folder;
+    for (int i = 0; i < 20; ++i)
+        folder.Write("a file with a long name " + std::to_string(i) + ".x000" + std::to_string(i % 10));
+    struct Found
+    {
+        std::vector<std::string> files;
+    };
+    std::string const root = folder.Name();
+    FailEachAllocation<Found>(
+        [&](Found& found) {
+            FileCatalog const catalog(root);
+            FilteredFileFinder const finder("every file of the directory, as it is", catalog,
+                                            NumberedExtensionFilter::Create('x', 4));
+            found.files = finder.GetFilesInFilterPriority(
+                {FilenameExactNoCaseFilter::Create("a file with a long name that is not there"),
+                 OrFilter::Create(ExtensionFilter::Create(".x0001"), ExtensionFilter::Create(".x0002"))});
+            return true;
+        },
+        [](Found& found, bool succeeded) { EXPECT_EQ(found.files.size(), succeeded ? 4U : 0U); });
+}
+
+TEST(AllocationFailure, TimesAsText)
+{
+    struct Texts
+    {
+        Time time{2000, 2, 29, 12, 30, 0, 0};
+    };
+    std::string const text = "Tuesday, 29 February 2000, at 12:30:00.000 of the day";
+    FailEachAllocation<Texts, TimeException>([&](Texts& state) {
+        TimeFormat const format("%A, %d %B %Y, at %H:%M:%S.%L of the day");
+        std::ostringstream out;
+        out << format(state.time);
+        if (!out.good() || out.str() != text)
+            return out.fail() ? false : throw std::logic_error("wrote '" + out.str() + "'");
+        std::istringstream in(out.str());
+        Time read;
+        in >> format(read);
+        return in.good();
+    });
+}
+
+TEST(AllocationFailure, LogMessages)
+{
+    struct Listener
+    {
+        std::size_t seen = 0;
+        void OnMessage(LogMessageArgs* args) { seen += args->GetLogMessage().size(); }
+        auto* Handler()
+        {
+            return new MemberFuncPtrDelegateHandler<Listener, LogMessageArgs>(this, &Listener::OnMessage);
+        }
+        ~Listener() { Log::removeEventHandler(Handler()); }
+    };
+    FailEachAllocation<Listener>(
+        [](Listener& listener) {
+            Log::addEventHandler(listener.Handler());
+            Log::LogWF("%d weeks of a series that is long have no value", 59);
+            return true;
+        },
+        [](Listener& listener, bool succeeded) { EXPECT_EQ(listener.seen, succeeded ? 47U : 0U); });
+}
+
+} // namespace
+} // namespace Zan::Orv::Core::Service::Tests

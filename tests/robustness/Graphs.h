@@ -1,0 +1,59 @@
+#pragma once
+
+#include "tests/serialization/Documents.h"
+#include "tests/support/Model.h"
+
+#include <memory>
+#include <string>
+
+/// One small graph with a field of every kind, a shared node and a cycle, in and out of each form.
+
+namespace Zan::Orv::Core::Service::Tests {
+
+struct Plant : ISerializable
+{
+    std::shared_ptr<Node> first;
+    RawNode* tree = nullptr;
+
+    void Serialize(Serializer& serializer) override
+    {
+        serializer.Serialize(first, "first");
+        serializer.Serialize(tree, "tree");
+    }
+};
+
+/// What it is made of is freed by a `GraphGuard`.
+inline void Fill(Plant& plant)
+{
+    auto const valve = std::make_shared<Valve>();
+    valve->name = "a name that is too long for the string itself";
+    valve->phase = Phase::Gas;
+    valve->setting = 0.1;
+    valve->serial = 12;
+    valve->levels = {{"another name that is long enough", {1.0f, 2.0f}}};
+    valve->links = {valve, nullptr, std::make_shared<Node>()};
+    valve->byName["<self>"] = valve;
+    plant.first = valve;
+    plant.tree = new RawNode;
+    plant.tree->left = new RawLeaf;
+    plant.tree->right = plant.tree->left;
+}
+
+/// What a form makes of it.
+template<class Form>
+std::string WholeDocument()
+{
+    GraphGuard const guard;
+    Plant plant;
+    Fill(plant);
+    return Form::Write(plant);
+}
+
+template<class Form>
+class FormTest : public ::testing::Test
+{
+};
+
+TYPED_TEST_SUITE(FormTest, Forms);
+
+} // namespace Zan::Orv::Core::Service::Tests
