@@ -1,0 +1,35 @@
+#include "orv/time/ParseTime.h"
+
+#include "fuzz/Input.h"
+#include "orv/time/TimeString.h"
+#include "orv/time/TimeSymbolTable.h"
+
+#include <list>
+
+namespace Zan::Orv::Core::Service::Fuzz {
+
+// A date by itself, and as a symbolic time before a table of whatever the input holds.
+void Run(Input& input)
+{
+    bool const twoDigitYears2000 = input.Flag();
+    TimeSymbolTable table;
+    for (unsigned count = input.Below(8); count > 0; --count)
+    {
+        std::string const name = input.Text();
+        table[name] = TimeString(input.Text());
+    }
+    std::string const text = input.Rest();
+    Succeeds([&] { ParseTime(text, twoDigitYears2000); });
+    bool const isTime = Succeeds([&] { ParseTime(TimeString(text), &table, true); });
+    Succeeds([&] {
+        Require(isTime == TimeSymbolTable::IsValid(TimeString(text), table),
+                "what is valid can be evaluated");
+    });
+    Succeeds([&] {
+        std::list<std::string> invalid;
+        bool const isValid = TimeSymbolTable::IsValid(table, &invalid);
+        Require(isValid == invalid.empty(), "a table is valid when nothing in it is not");
+    });
+}
+
+} // namespace Zan::Orv::Core::Service::Fuzz

@@ -1,0 +1,46 @@
+#include "fuzz/Input.h"
+#include "orv/foundation/DebugFlags.h"
+#include "orv/foundation/Numerics.h"
+#include "orv/time/Time.h"
+#include "orv/time/TimeFrequency.h"
+#include "orv/time/TimeOffset.h"
+#include "orv/time/TimePeriod.h"
+
+#include <sstream>
+
+namespace Zan::Orv::Core::Service::Fuzz {
+
+namespace {
+
+// What is read from a text is written as a text that reads as the same.
+template<class T>
+void Read(std::string const& text, T value)
+{
+    Succeeds([&] {
+        std::istringstream stream(text);
+        if (!(stream >> value))
+            return;
+        std::stringstream again;
+        again << value;
+        T copy = value;
+        again >> copy;
+        Require(again && copy == value, "a value's text is that value's");
+    });
+}
+
+} // namespace
+
+void Run(Input& input)
+{
+    std::string const text = input.Rest();
+    Read(text, Time());
+    Read(text, TimeOffset(0, 0, 0, 0, 0, 0, 0));
+    Read(text, TimeFrequency(1, TimeFrequency::FrequencyUnit::Days));
+    Read(text, TimePeriod());
+    Succeeds([&] { IEEEFromString(text); });
+    std::istringstream words(text);
+    words >> DebugFlags::GetInstance();
+    DebugFlags::ResetAll();
+}
+
+} // namespace Zan::Orv::Core::Service::Fuzz
