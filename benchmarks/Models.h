@@ -97,6 +97,11 @@ struct Node : Stored<Node>
         visit("back", held);
         back = held;
     }
+    template<class Archive>
+    void serialize(Archive& archive)
+    {
+        Visit([&](char const* tag, auto& field) { archive(cereal::make_nvp(tag, field)); });
+    }
 };
 
 using Records = std::vector<Record>;

@@ -1,11 +1,15 @@
 #include "Models.h"
 
+#include "orv/serialization/BinaryInputSerializer.h"
+#include "orv/serialization/BinaryOutputSerializer.h"
 #include "orv/serialization/Factory.h"
 #include "orv/serialization/StreamInputSerializer.h"
 #include "orv/serialization/StreamOutputSerializer.h"
 #include "orv/serialization/XMLInputSerializer.h"
 #include "orv/serialization/XMLOutputSerializer.h"
 
+#include <boost/archive/binary_iarchive.hpp>
+#include <boost/archive/binary_oarchive.hpp>
 #include <boost/archive/text_iarchive.hpp>
 #include <boost/archive/text_oarchive.hpp>
 #include <boost/archive/xml_iarchive.hpp>
@@ -13,7 +17,9 @@
 #include <boost/serialization/shared_ptr.hpp>
 #include <boost/serialization/string.hpp>
 #include <boost/serialization/vector.hpp>
+#include <cereal/archives/portable_binary.hpp>
 #include <cereal/archives/xml.hpp>
+#include <cereal/types/memory.hpp>
 #include <cereal/types/string.hpp>
 #include <cereal/types/vector.hpp>
 #include <xercesc/dom/DOM.hpp>
@@ -25,7 +31,7 @@
 #include <sstream>
 #include <string>
 
-// Records and graphs, as XML and as text, written to a stream that is kept and read back from one.
+// Records and graphs, as XML, as bytes and as text, written to a stream that is kept and read back from one.
 
 using namespace OrvBenchmark;
 using namespace Zan::Orv::Core::Service;
@@ -50,21 +56,25 @@ struct OurXML
     }
 };
 
-struct OurText
+template<class Output, class Input>
+struct Ours
 {
     template<class Model>
     static void Write(std::ostream& stream, Model& model)
     {
-        StreamOutputSerializer text(stream);
-        Serializer(text).Serialize(model, "model");
+        Output output(stream);
+        Serializer(output).Serialize(model, "model");
     }
     template<class Model>
     static void Read(std::istream& stream, Model& model)
     {
-        StreamInputSerializer text(stream);
-        Serializer(text).Serialize(model, "model");
+        Input input(stream);
+        Serializer(input).Serialize(model, "model");
     }
 };
+
+using OurBinary = Ours<BinaryOutputSerializer, BinaryInputSerializer>;
+using OurText = Ours<StreamOutputSerializer, StreamInputSerializer>;
 
 template<class OutputArchive, class InputArchive>
 struct Boost
@@ -84,23 +94,28 @@ struct Boost
 };
 
 using BoostXML = Boost<boost::archive::xml_oarchive, boost::archive::xml_iarchive>;
+using BoostBinary = Boost<boost::archive::binary_oarchive, boost::archive::binary_iarchive>;
 using BoostText = Boost<boost::archive::text_oarchive, boost::archive::text_iarchive>;
 
-struct CerealXML
+template<class OutputArchive, class InputArchive>
+struct Cereal
 {
     template<class Model>
     static void Write(std::ostream& stream, Model& model)
     {
-        cereal::XMLOutputArchive archive(stream);
+        OutputArchive archive(stream);
         archive(cereal::make_nvp("model", model));
     }
     template<class Model>
     static void Read(std::istream& stream, Model& model)
     {
-        cereal::XMLInputArchive archive(stream);
+        InputArchive archive(stream);
         archive(cereal::make_nvp("model", model));
     }
 };
+
+using CerealXML = Cereal<cereal::XMLOutputArchive, cereal::XMLInputArchive>;
+using CerealBinary = Cereal<cereal::PortableBinaryOutputArchive, cereal::PortableBinaryInputArchive>;
 
 // Models are made once a size, and shared by all forms.
 template<class Model>
@@ -212,6 +227,13 @@ BENCHMARK_TEMPLATE(Write, CerealXML, Records)->Name("xml.write/cereal")->Apply(R
 BENCHMARK_TEMPLATE(Read, OurXML, Records)->Name("xml.read/ours")->Apply(ToMillion);
 BENCHMARK_TEMPLATE(ParseXerces, Records)->Name("xml.read/xerces")->Apply(RecordPeer);
 
+BENCHMARK_TEMPLATE(Write, OurBinary, Records)->Name("binary.write/ours")->Apply(ToMillion);
+BENCHMARK_TEMPLATE(Write, CerealBinary, Records)->Name("binary.write/cereal")->Apply(RecordPeer);
+BENCHMARK_TEMPLATE(Write, BoostBinary, Records)->Name("binary.write/boost")->Apply(RecordPeer);
+BENCHMARK_TEMPLATE(Read, OurBinary, Records)->Name("binary.read/ours")->Apply(ToMillion);
+BENCHMARK_TEMPLATE(Read, CerealBinary, Records)->Name("binary.read/cereal")->Apply(RecordPeer);
+BENCHMARK_TEMPLATE(Read, BoostBinary, Records)->Name("binary.read/boost")->Apply(RecordPeer);
+
 BENCHMARK_TEMPLATE(Write, OurText, Records)->Name("text.write/ours")->Apply(ToMillion);
 BENCHMARK_TEMPLATE(Write, BoostText, Records)->Name("text.write/boost")->Apply(RecordPeer);
 BENCHMARK_TEMPLATE(Read, OurText, Records)->Name("text.read/ours")->Apply(ToMillion);
@@ -222,6 +244,13 @@ BENCHMARK_TEMPLATE(Write, BoostXML, Graph)->Name("graph.xml.write/boost")->Apply
 BENCHMARK_TEMPLATE(Read, OurXML, Graph)->Name("graph.xml.read/ours")->Apply(ToMillion);
 BENCHMARK_TEMPLATE(Read, BoostXML, Graph)->Name("graph.xml.read/boost")->Apply(GraphPeer);
 BENCHMARK_TEMPLATE(ParseXerces, Graph)->Name("graph.xml.read/xerces")->Apply(GraphPeer);
+
+BENCHMARK_TEMPLATE(Write, OurBinary, Graph)->Name("graph.binary.write/ours")->Apply(ToMillion);
+BENCHMARK_TEMPLATE(Write, CerealBinary, Graph)->Name("graph.binary.write/cereal")->Apply(GraphPeer);
+BENCHMARK_TEMPLATE(Write, BoostBinary, Graph)->Name("graph.binary.write/boost")->Apply(GraphPeer);
+BENCHMARK_TEMPLATE(Read, OurBinary, Graph)->Name("graph.binary.read/ours")->Apply(ToMillion);
+BENCHMARK_TEMPLATE(Read, CerealBinary, Graph)->Name("graph.binary.read/cereal")->Apply(GraphPeer);
+BENCHMARK_TEMPLATE(Read, BoostBinary, Graph)->Name("graph.binary.read/boost")->Apply(GraphPeer);
 
 BENCHMARK_TEMPLATE(Write, OurText, Graph)->Name("graph.text.write/ours")->Apply(ToMillion);
 BENCHMARK_TEMPLATE(Write, BoostText, Graph)->Name("graph.text.write/boost")->Apply(GraphPeer);
