@@ -1,17 +1,8 @@
 #include "orv/time/ParseTime.h"
-#include "orv/foundation/Exception.h"
-#include "orv/time/Time.h"
-#include "orv/time/internal/DateMatcher.h"
-#include "tests/support/RandomTexts.h"
 #include "tests/support/ScopedEnvironment.h"
+#include "tests/time/Times.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-#include <regex>
-#include <stdexcept>
-#include <string>
-#include <string_view>
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -42,28 +33,9 @@ struct LocaleGuard
     ScopedEnvironment variables[4];
 };
 
-// The time, or the words of a TimeException, or '!' and those of another failure.
-std::string Outcome(std::string const& text, bool flag = true)
+std::string Parsed(std::string const& text, bool flag = true)
 {
-    try
-    {
-        return PrintToString(ParseTime(text, flag));
-    }
-    catch (TimeException const& e)
-    {
-        return e.what();
-    }
-    catch (std::exception const& e)
-    {
-        return std::string("! ") + e.what();
-    }
-}
-
-// With zeros where a time is cut short, or words as they are.
-std::string Whole(std::string const& time)
-{
-    std::string const zeros = "0000-00-00 00:00:00.000";
-    return time.find('-') == 4 && time.size() < zeros.size() ? time + zeros.substr(time.size()) : time;
+    return Outcome([&] { return ParseTime(text, flag); });
 }
 
 TEST(ParseTime, ReadsWhatIsPlainEverywhere)
@@ -72,33 +44,29 @@ TEST(ParseTime, ReadsWhatIsPlainEverywhere)
     // clang-format off
     std::pair<std::string, std::string> const table[] = {
         // A number that can be one thing alone settles the others.
-        {"25/12/2000", "2000-12-25"},   {"12/25/2000", "2000-12-25"},  {"12 2000 25", "2000-12-25"},
-        {"2000.25,12", "2000-12-25"},   {"JAN 5 2000", "2000-01-05"},  {"5 JAN 2000", "2000-01-05"},
-        {"2000 JAN 5", "2000-01-05"},   {"5 2000 JAN", "2000-01-05"},  {"31DECEMBER1999", "1999-12-31"},
-        {"1-JLY-2000", "2000-07-01"},   {"1.JUL.2000", "2000-07-01"},  {"1 - AUG , 32", "2032-08-01"},
+        {"25/12/2000", "2000-12-25"},   {"2000.25,12", "2000-12-25"},  {"JAN 5 2000", "2000-01-05"},
+        {"5 2000 JAN", "2000-01-05"},   {"31DECEMBER1999", "1999-12-31"}, {"1-JLY-2000", "2000-07-01"},
+        {"1 - AUG , 32", "2032-08-01"},
         // Twins.
-        {"5 JAN 05", "2005-01-05"},     {"JAN 31 31", "2031-01-31"},   {"12 12 NOV", "2012-11-12"},
-        {"99 5 5", "1999-05-05"},       {"5 99 5", "1999-05-05"},      {"5.5-99", "1999-05-05"},
-        {"68 2 2", "2068-02-02"},       {"69 2 2", "1969-02-02"},      {"9999 12 12", "9999-12-12"},
+        {"5 JAN 05", "2005-01-05"},     {"12 12 NOV", "2012-11-12"},   {"99 5 5", "1999-05-05"},
+        {"5 99 5", "1999-05-05"},       {"68 2 2", "2068-02-02"},      {"69 2 2", "1969-02-02"},
         // The time of day.
         {"1 JAN 2000 12:30", "2000-01-01 12:30"},              {"1JAN20001:30", "2000-01-01 01:30"},
-        {"1 JAN 2000 12.30.15.25", "2000-01-01 12:30:15.250"}, {"1 JAN 2000 1:2.3", "2000-01-01 01:02:03"},
-        {"1 JAN 2000 1.2:3.9999", "2000-01-01 01:02:03.999"},  {"1 JAN 2000 0:0:0.0009", "2000-01-01"},
+        {"1 JAN 2000 12.30.15.25", "2000-01-01 12:30:15.250"}, {"1 JAN 2000 0:0:0.0009", "2000-01-01"},
         {"1 JAN 2000 25:61:61", "2000-01-02 02:02:01"},        {"\t1\nJAN\v2000\f1:2\r", "2000-01-01 01:02"},
         {"1 JAN 2000 0:0:0." + std::string(20, '9'), "2000-01-01 00:00:01"}, // rounded up before it is cut
         {"1 JAN 2000 12:30 PM", "2000-01-01 12:30"},           {"1 JAN 2000 12:30AM", "2000-01-01 00:30"},
         {"1 JAN 2000 1:00:00.5PM", "2000-01-01 13:00:00.500"}, {"1 JAN 2000 11:9\nAM ", "2000-01-01 11:09"}};
     // clang-format on
     for (auto const& [text, time] : table)
-        EXPECT_EQ(Outcome(text), Whole(time)) << text;
-    for (std::string const text : {"05 JAN 5", "68 5 5", "99 5 5"}) // without the flag, of the last century
-        EXPECT_EQ(Outcome(text, false).substr(0, 4), "19" + text.substr(0, 2));
+        EXPECT_EQ(Parsed(text), Whole(time)) << text;
+    EXPECT_EQ(Parsed("68 5 5", false), Whole("1968-05-05")); // without the flag, of the last century
 
     // The standard text loses no millisecond.
     for (int millisecond = 0; millisecond < 1000; ++millisecond)
     {
         std::string const text = PrintToString(Time(1987, 6, 15, 23, 59, 59, millisecond));
-        EXPECT_EQ(Outcome(text), text);
+        EXPECT_EQ(Parsed(text), text);
     }
 }
 
@@ -107,71 +75,23 @@ TEST(ParseTime, TellsWhatIsWrong)
     LocaleGuard const guard("C");
     // clang-format off
     std::pair<std::string, std::vector<std::string>> const table[] = {
-        {"Cannot parse time '", {
-            "", " ", "20", "1 2", "1:2:3", "-1 JAN 2000", "1--JAN 2000", "1_JAN_2000", "1 2 3x",
-            "1 M\xC3\xA4rz 2000", "1 JAN 2000-", "1 JAN 2000 12", "1 JAN 2000 PM", "1 JAN 2000 1:2:3:4",
-            "1 JAN 2000 1:2:3.", "1 JAN 2000 1:2 A M"}},
+        {"Cannot parse time '", {"", "1:2:3", "1 M\xC3\xA4rz 2000", "1 JAN 2000 PM", "1 JAN 2000 1:2 A M"}},
         {"Year specified multiple times in : '", {"1999 2000 1", "32 JAN 33", "2000 1999 0"}},
-        {"Month name specified multiple times in: '", {"JAN FEB 2000", "JAN 1 JANUARY"}},
+        {"Month name specified multiple times in: '", {"JAN FEB 2000"}},
         {"Day specified multiple times in : '", {"1999 15 16", "15 1999 15", "1999 15 16 13:00 PM"}},
         // The last one is the second of some month in the year 200, and a time of day.
-        {"Invalid date component in: '", {"0 1 2000", "00 2000 1999", "JAN 0 XYZ", "2000", "2000 2 3.4"}},
-        {"Invalid time: '",
-            {"1 JAN 2000 13:00 PM", "1 JAN 2000 0:30AM", "1 JAN 2000 0:0 PM", "31 FEB 2000 13:0AM"}},
-        {"Invalid AM/PM designator in :'",
-            {"1 JAN 2000 12:30 XM", "1 JAN 2000 99:30 am", "1 JAN 2000 1:2PMA"}}};
+        {"Invalid date component in: '", {"0 1 2000", "00 2000 1999", "JAN 0 XYZ", "2000 2 3.4"}},
+        {"Invalid time: '", {"1 JAN 2000 13:00 PM", "1 JAN 2000 0:30AM", "31 FEB 2000 13:0AM"}},
+        {"Invalid AM/PM designator in :'", {"1 JAN 2000 12:30 XM", "1 JAN 2000 99:30 am"}}};
     // clang-format on
     for (auto const& [words, texts] : table)
         for (std::string const& text : texts)
-            EXPECT_EQ(Outcome(text), words + text + "'");
-    for (std::string const word : {"XYZ", "M", "PM"})
-        EXPECT_EQ(Outcome("1999 " + word + " 2000"), "Cannot parse month: '" + word + "'");
-    EXPECT_EQ(Outcome("31 FEB 2000"), "! Day of month is not valid for year");
-    EXPECT_EQ(Outcome("500 JAN 5"), "! Year is out of valid range: 1400..10000");
-    EXPECT_EQ(Outcome("1JAN200012:30"),
+            EXPECT_EQ(Parsed(text), words + text + "'");
+    EXPECT_EQ(Parsed("1999 M 2000"), "Cannot parse month: 'M'");
+    EXPECT_EQ(Parsed("31 FEB 2000"), "! Day of month is not valid for year");
+    EXPECT_EQ(Parsed("1JAN200012:30"),
               "! Year is out of valid range: 1400..10000"); // half past two in 20001
-    EXPECT_EQ(Outcome("10000 5 5"), "! Year is out of valid range: 1400..9999");
-}
-
-// The language of dates, as an expression.
-class DateMatcher : public RandomTexts
-{
-};
-INSTANTIATE_TEST_SUITE_P(Seeds, DateMatcher, Seeds());
-
-TEST_P(DateMatcher, FindsTheGroupsOfTheExpression)
-{
-    std::regex const expression("\\s*(\\d+|[[:alpha:]]+)\\s*(?:[-/.,]?)\\s*?(\\d+|[[:alpha:]]+)\\s*(?:[-/"
-                                ".,]?)\\s*?(\\d+|[[:alpha:]]+)\\s*"
-                                "(?:(\\d+)[:.](\\d+)(?:[:.](\\d+)(?:(\\.\\d+))?)?\\s*([[:alpha:]]+)?)?\\s*");
-    std::string_view const starts[] = {"",        "",          "1",         "1a1",  "1 1 1",
-                                       "1-a.1 1", "1 1 1 1:1", "a/1.1.1.1", "11111"};
-    char const alphabet[] = "111122aaaB   \t\n...::-/,+_\r\v\f\x80\xE9\xFF"; // and the zero at its end
-    unsigned const seed = GetParam();
-    std::mt19937 random(seed);
-    int found = 0;
-    for (int round = 0; round < randomTexts; ++round)
-    {
-        // The characters further back come seldom: most of them end every match.
-        std::string text(starts[random() % std::size(starts)]);
-        for (auto count = random() % 9; count > 0; --count)
-            text += alphabet[random() % (random() % 8 == 0 ? std::size(alphabet) : 23)];
-
-        std::smatch match;
-        Internal::DateGroups groups{};
-        bool const fits = std::regex_match(text, match, expression);
-        ASSERT_EQ(Internal::MatchDate(text, groups), fits) << PrintToString(text) << ", seed " << seed;
-        found += fits ? 1 : 0;
-        for (std::size_t i = 1; fits && i <= 8; ++i)
-        {
-            std::string_view const group = groups.group[i];
-            ASSERT_TRUE(groups.took[i] == match[i].matched &&
-                        (!groups.took[i] ||
-                         (group == match.str(i) && group.data() - text.data() == match.position(i))))
-                << i << ": '" << group << "' of " << PrintToString(text) << ", seed " << seed;
-        }
-    }
-    EXPECT_GT(found, randomTexts / 10); // or the texts are too wild to tell anything
+    EXPECT_EQ(Parsed("10000 5 5"), "! Year is out of valid range: 1400..9999");
 }
 
 TEST(ParseTime, ReadsAMillionOfAnything)
@@ -179,18 +99,17 @@ TEST(ParseTime, ReadsAMillionOfAnything)
     LocaleGuard const guard("C");
     auto const many = [](char c, std::size_t count = 1000000) { return std::string(count, c); };
     for (std::string const& text :
-         {many(' '), many('\xFF'), many('\0'), many('1') + "!", many('a') + "!", "5" + many(' ') + "!",
+         {many(' '), many('\0'), many('1') + "!", "5" + many(' ') + "!",
           "5" + many(' ', 500000) + "6" + many(' ', 500000) + "!",
           many('1', 500000) + many('a', 500000) + "!",
           "1 1 1 " + many('1') + ":" + many('1') + ":" + many('1') + "." + many('1') + many(' ') + "!"})
-        EXPECT_EQ(Outcome(text).substr(0, 19), "Cannot parse time '") << text.substr(0, 10);
+        EXPECT_EQ(Parsed(text).substr(0, 19), "Cannot parse time '") << text.substr(0, 10);
 
-    EXPECT_EQ(Outcome(many('a')), "Cannot parse month: '" + many('a', 999998) + "'");
-    EXPECT_EQ(Outcome(many('0')), "Invalid date component in: '" + many('0') + "'");
-    EXPECT_EQ(Outcome("1" + many(' ') + "JAN 2000 " + many('0') + "1:2:3." + many('5') + many('\n') + "PM"),
+    EXPECT_EQ(Parsed(many('a')), "Cannot parse month: '" + many('a', 999998) + "'");
+    EXPECT_EQ(Parsed("1" + many(' ') + "JAN 2000 " + many('0') + "1:2:3." + many('5') + many('\n') + "PM"),
               Whole("2000-01-01 13:02:03.555"));
-    EXPECT_EQ(Outcome(many('9') + " JAN 5")[0], '!'); // no year of the calendar, whatever it counts as
-    EXPECT_NO_FATAL_FAILURE(Outcome("1 JAN 2000 " + many('9') + ":" + many('9') + ":" + many('9')));
+    EXPECT_EQ(Parsed(many('9') + " JAN 5")[0], '!'); // no year of the calendar, whatever it counts as
+    EXPECT_NO_FATAL_FAILURE(Parsed("1 JAN 2000 " + many('9') + ":" + many('9') + ":" + many('9')));
 }
 
 #ifndef _WIN32
@@ -200,28 +119,22 @@ TEST(ParseTime, PassesOnThatThereIsNoSuchLocale)
     {
         LocaleGuard const guard("no_WHERE");
         for (std::string const text : {"1 2 3", "1 Jan 2000", "1 JAN 2000 1:00 PM"})
-        {
-            EXPECT_THROW(ParseTime(text, true), std::runtime_error) << text;
-            EXPECT_EQ(Outcome(text)[0], '!') << text; // not our own
-        }
-        EXPECT_EQ(Outcome("1 JAN 2000 1:00"), Whole("2000-01-01 01")); // nobody asks for it
+            EXPECT_EQ(Parsed(text)[0], '!') << text;                  // not our own
+        EXPECT_EQ(Parsed("1 JAN 2000 1:00"), Whole("2000-01-01 01")); // nobody asks for it
     }
     LocaleGuard const guard("C");
-    EXPECT_EQ(Outcome("1 2 3 1:00 PM"), Whole("2003-01-02 13"));
+    EXPECT_EQ(Parsed("1 2 3 1:00 PM"), Whole("2003-01-02 13"));
 }
 
 TEST(ParseTime, AsksForTheOrderLast)
 {
     // clang-format off
-    std::string const texts[] =
+    std::array<std::string, 7> const texts =
                {"1 2 3",      "JAN 2 3",    "2 JAN 3",    "2 3 JAN",    "2000 2 3",   "2 2000 3", "2 3 2000"};
-    struct {
-        std::string locale;
-        std::string times[7]; // where there is nothing, the text does not conform
-    } const table[] = {
+    // Where there is nothing, the text does not conform.
+    std::pair<std::string, std::array<std::string, 7>> const table[] = {
 #ifdef ORV_TEST_LOCALES
         {"en_US", {"2003-01-02", "2003-01-02", "",           "",           "2000-02-03", "", "2000-02-03"}},
-        {"en_GB", {"2003-02-01", "",           "2003-01-02", "",           "2000-02-03", "", "2000-03-02"}},
         {"de_DE", {"2003-02-01", "",           "2003-01-02", "",           "2000-02-03", "", "2000-03-02"}},
         {"sv_SE", {"2001-02-03", "",           "2002-01-03", "",           "2000-02-03", "", ""}},
         {"ydm",   {"2001-03-02", "",           "",           "2002-01-03", "2000-03-02", "", ""}},
@@ -233,8 +146,8 @@ TEST(ParseTime, AsksForTheOrderLast)
     for (auto const& [locale, times] : table)
     {
         LocaleGuard const guard(locale);
-        for (std::size_t i = 0; i < std::size(texts); ++i)
-            EXPECT_EQ(Outcome(texts[i]),
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            EXPECT_EQ(Parsed(texts[i]),
                       times[i].empty()
                           ? "Cannot deduce date (does not conform to locale) in: '" + texts[i] + "'"
                           : Whole(times[i]))
@@ -246,18 +159,11 @@ TEST(ParseTime, AsksForTheOrderLast)
 TEST(ParseTime, KnowsTheWordsOfTheLocale)
 {
     // clang-format off
-    struct {
-        std::string locale;
-        std::string text;
-        std::string time;
-    } const table[] = {
+    std::array<std::string, 3> const table[] = {
         {"en_US", "February 1 2000 1:00 PM", "2000-02-01 13"},
-        {"en_US", "1 Dezember 2000",         "Cannot parse month: 'Dezember'"},
         {"en_GB", "1 Feb 2000 12:00 am",     "2000-02-01"},
-        {"en_GB", "1 FEB 2000 1:00 pm",      "2000-02-01 13"},
         {"en_GB", "1 FEB 2000 1:00 PM",      "Invalid AM/PM designator in :'1 FEB 2000 1:00 PM'"},
         {"de_DE", "1. Mai 2000",             "2000-05-01"},
-        {"de_DE", "24.Dezember 99",          "1999-12-24"},
         {"de_DE", "24.DECEMBER 99",          "1999-12-24"},
         {"de_DE", "24.December 99",          "Cannot parse month: 'December'"},
         {"de_DE", "1 MAY 2000 1:00 AM",      "Invalid AM/PM designator in :'1 MAY 2000 1:00 AM'"},
@@ -266,10 +172,10 @@ TEST(ParseTime, KnowsTheWordsOfTheLocale)
     for (auto const& [locale, text, time] : table)
     {
         LocaleGuard const guard(locale);
-        EXPECT_EQ(Outcome(text), Whole(time)) << locale << ": " << text;
+        EXPECT_EQ(Parsed(text), Whole(time)) << locale << ": " << text;
     }
     LocaleGuard const guard("", "en_GB", "en_US"); // the category decides before the language
-    EXPECT_EQ(Outcome("1 2 3 1:00 pm"), Whole("2003-02-01 13"));
+    EXPECT_EQ(Parsed("1 2 3 1:00 pm"), Whole("2003-02-01 13"));
 }
 #endif
 

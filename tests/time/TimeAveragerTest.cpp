@@ -1,7 +1,7 @@
 #include "orv/time/TimeAverager.h"
 #include "orv/foundation/Numerics.h"
-#include "orv/time/Time.h"
 #include "tests/support/ExpectThrow.h"
+#include "tests/time/Times.h"
 
 #include <gtest/gtest.h>
 
@@ -11,8 +11,8 @@
 #include <cstdint>
 #include <limits>
 #include <map>
+#include <numeric>
 #include <random>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -23,12 +23,6 @@ using Sample = TimeAverager::TimeSampleStyle;
 using Average = TimeAverager::TimeAverageStyle;
 constexpr double null = NullValue;
 
-Time At(long long milliseconds)
-{
-    Time time(2000, 1, 1, 0, 0, 0, 0);
-    return time += milliseconds;
-}
-
 // The rules one by one, over a plain map. Slow, and free of cleverness.
 class Model
 {
@@ -37,6 +31,8 @@ public:
 
     double getPointValue(Time const& t, Sample style) const
     {
+        if (style == Sample::Nearest)
+            return getNearestPointValue(t, Time::MinTime(), Time::MaxTime());
         if (IsOutside(t))
             return null;
         auto const b = samples_.lower_bound(t);
@@ -47,8 +43,6 @@ public:
         if (b->first == t)
             return b->second;
         auto const a = std::prev(b);
-        if (style == Sample::Nearest)
-            return t - a->first < b->first - t ? a->second : b->second;
         if (IsNullValue(a->second) || IsNullValue(b->second))
             return null;
         auto const part = static_cast<double>(t - b->first) / static_cast<double>(a->first - b->first);
@@ -65,25 +59,49 @@ public:
         auto const a = std::prev(b);
         bool const hasA = a->first >= from;
         bool const hasB = b->first < to;
-        if (hasA && hasB)
-            return getPointValue(t, Sample::Nearest);
-        return hasA ? a->second : hasB ? b->second : null;
+        if (hasA && (!hasB || t - a->first < b->first - t))
+            return a->second;
+        return hasB ? b->second : null;
     }
 
     double getAverageValue(Time const& from, Time const& to, Average style) const
     {
+        bool const isForward = style == Average::Forward;
+        bool const isIncrease = style == Average::Cumulative;
         if (style == Average::Point)
             return PointMean(from, to);
-        if (style == Average::Cumulative)
-            return from == to ? 0.0 : Increase(from, to);
         if (from == to)
-            return getPointValue(from, style == Average::Forward ? Sample::Forward : Sample::Backward);
-        return samples_.empty() ? null : StepMean(from, to, style == Average::Forward);
+            return isIncrease ? 0.0 : getPointValue(from, isForward ? Sample::Forward : Sample::Backward);
+
+        // Along the stretches between neighbours, as far as they lie within the interval. One that ends where the
+        // interval begins is looked at as well.
+        double previous = getPointValue(from, Sample::Linear);
+        if (isIncrease && IsNullValue(previous))
+            return null;
+        double sum = 0.0;
+        bool seen = false;
+        for (auto b = samples_.lower_bound(from); b != samples_.end(); ++b)
+        {
+            if (b == samples_.begin())
+                continue;
+            auto const a = std::prev(b);
+            Time const begin = std::max(a->first, from);
+            Time const end = std::min(b->first, to);
+            if (begin >= to)
+                break;
+            double const step = isForward ? a->second : b->second;
+            double const value = isIncrease ? getPointValue(end, Sample::Linear) : step;
+            if (!IsNullValue(value))
+            {
+                sum += isIncrease ? value - previous : Duration(end - begin) * value;
+                seen = true;
+            }
+            previous = value;
+        }
+        return seen ? sum / (isIncrease ? 1.0 : Duration(to - from)) : null;
     }
 
 private:
-    using Position = std::map<Time, double>::const_iterator;
-
     bool IsOutside(Time const& t) const
     {
         return samples_.empty() || t < samples_.begin()->first || t > samples_.rbegin()->first;
@@ -91,78 +109,14 @@ private:
 
     static double Duration(long long milliseconds) { return static_cast<double>(milliseconds) / 1000000.0; }
 
-    Position BeforeOrAt(Time const& from) const
-    {
-        auto const it = samples_.lower_bound(from);
-        return it == samples_.begin() ? it : std::prev(it);
-    }
-
-    // Both step functions: each step has the value of the sample before or behind it.
-    double StepMean(Time const& from, Time const& to, bool forward) const
-    {
-        auto it = forward ? BeforeOrAt(from) : samples_.lower_bound(from);
-        if (it == samples_.end())
-            return null;
-        Time current = from;
-        double before = it->second;
-        if (forward || it == samples_.begin())
-        {
-            current = std::max(it->first, from);
-            ++it;
-        }
-        double sum = 0.0;
-        bool seen = false;
-        for (; it != samples_.end() && current < to; ++it)
-        {
-            Time const next = std::min(it->first, to);
-            double const value = forward ? before : it->second;
-            if (!IsNullValue(value))
-            {
-                sum += Duration(next - current) * value;
-                seen = true;
-            }
-            current = next;
-            before = it->second;
-        }
-        if (!seen)
-            return null;
-        return Duration(to - from) > 0.0 ? sum / Duration(to - from) : 0.0;
-    }
-
     double PointMean(Time const& from, Time const& to) const
     {
-        double sum = 0.0;
-        int count = 0;
+        std::vector<double> values;
         for (auto it = samples_.lower_bound(from); it != samples_.end() && it->first < to; ++it)
             if (!IsNullValue(it->second))
-            {
-                sum += it->second;
-                ++count;
-            }
-        return count > 0 ? sum / count : null;
-    }
-
-    double Increase(Time const& from, Time const& to) const
-    {
-        double previous = getPointValue(from, Sample::Linear);
-        if (IsNullValue(previous))
-            return null;
-        double sum = 0.0;
-        bool seen = false;
-        Time current = from;
-        for (auto it = std::next(BeforeOrAt(from)); it != samples_.end() && current < to; ++it)
-        {
-            bool const cut = it->first > to;
-            double const value = cut ? getPointValue(to, Sample::Linear) : it->second;
-            if (!IsNullValue(value))
-            {
-                sum += value - previous;
-                seen = true;
-            }
-            current = cut ? to : it->first;
-            previous = value;
-        }
-        return seen ? sum : null;
+                values.push_back(it->second);
+        double const sum = std::accumulate(values.begin(), values.end(), 0.0);
+        return values.empty() ? null : sum / static_cast<double>(values.size());
     }
 
     std::map<Time, double> samples_;
@@ -185,17 +139,10 @@ std::array<std::uint64_t, 9> Answers(Series const& series, Time const& t, Time c
     return all;
 }
 
-TimeAverager TwoSamples()
-{
-    TimeAverager averager;
-    averager.addSamplePoint(At(0), 1.0);
-    averager.addSamplePoint(At(10), 2.0);
-    return averager;
-}
-
 TEST(TimeAverager, RefusesUnknownStyles)
 {
-    TimeAverager const averager = TwoSamples();
+    TimeAverager averager;
+    averager.addSamplePoint(At(10), 2.0);
     for (int const wild : {-1, 4})
     {
         auto const style = static_cast<Sample>(wild);
@@ -211,15 +158,15 @@ TEST(TimeAverager, RefusesUnknownStyles)
 
 TEST(TimeAverager, CopiesAreDeep)
 {
-    TimeAverager first = TwoSamples();
-    TimeAverager const second(first);
+    TimeAverager first;
+    first.addSamplePoint(At(0), 1.0);
+    TimeAverager second(first);
     TimeAverager third;
     TimeAverager const& alias = third = first;
     third = alias;
-    first.addSamplePoint(At(5), 5.0);
-    EXPECT_EQ(first.getPointValue(At(5), Sample::Linear), 5.0);
-    EXPECT_EQ(second.getPointValue(At(5), Sample::Linear), 1.5);
-    EXPECT_EQ(third.getPointValue(At(5), Sample::Linear), 1.5);
+    first.addSamplePoint(At(0), 5.0);
+    for (auto const& [averager, value] : {std::pair(&first, 5.0), {&second, 1.0}, {&third, 1.0}})
+        EXPECT_EQ(averager->getPointValue(At(0), Sample::Linear), value);
 }
 
 double AnyValue(std::mt19937_64& random)
@@ -239,11 +186,12 @@ TEST(TimeAverager, AgreesWithTheRules)
         // interlocked.
         bool const isLong = round >= 600;
         std::size_t const count = isLong ? 5000 : random() % 14;
-        long long const unit = round % 3 == 0 ? 2 : round % 3 == 1 ? 7 * HOUR + 11 : 1667 * DAY;
-        auto const anyTime = [&] { return isLong ? random() % 16000 : (random() % 52) * 100; };
+        long long const unit = isLong || round % 3 == 0 ? 2 : round % 3 == 1 ? 7 * HOUR + 11 : 1667 * DAY;
+        auto const at = [&](long long time) { return At(time * unit / 2); };
+        auto const anyTime = [&] { return static_cast<long long>(random() % (isLong ? 16000 : 52)); };
         std::vector<long long> order(count);
         for (std::size_t i = 0; i < count; ++i)
-            order[i] = static_cast<long long>(isLong ? i * 3 : anyTime());
+            order[i] = isLong ? static_cast<long long>(i) * 3 : anyTime();
         if (round == 601)
             std::reverse(order.begin(), order.end());
         if (round == 602)
@@ -251,7 +199,6 @@ TEST(TimeAverager, AgreesWithTheRules)
         if (round == 603)
             std::stable_partition(order.begin(), order.end(), [](long long time) { return time % 2 != 0; });
 
-        auto const at = [&](long long time) { return isLong ? At(time) : At(time * unit / 200); };
         TimeAverager averager;
         Model model;
         for (std::size_t i = 0; i < count; ++i)
@@ -263,15 +210,10 @@ TEST(TimeAverager, AgreesWithTheRules)
             }
         for (int query = isLong ? -3 : 0; query < (isLong ? 15003 : 12); ++query)
         {
-            auto const any = [&] { return at(static_cast<long long>(anyTime())); };
-            Time const t = isLong ? At(query) : any();
             bool const isNear = isLong && query % 97 != 0; // long intervals cost the model too much
-            Time from = isNear ? At(query - query % 5) : any();
-            Time to = isNear ? At(query + query % 7) : any();
-            if (query == 0)
-                from = to = t;
-            if (query == 1)
-                std::tie(from, to) = std::pair(Time(), Time::MaxTime());
+            Time const t = isLong ? At(query) : at(anyTime());
+            Time const from = query == 1 ? Time::MinTime() : at(isNear ? query - query % 5 : anyTime());
+            Time const to = query == 1 ? Time::MaxTime() : at(isNear ? query + query % 7 : anyTime());
             ASSERT_EQ(Answers(averager, t, from, to), Answers(model, t, from, to))
                 << t << ", " << from << " to " << to << ", round " << round << ", seed " << seed;
         }

@@ -12,11 +12,8 @@ namespace {
 
 TEST(YearMonthDay, HoldsMonthAndDayToTheirRangesAndNothingElse)
 {
-    YearMonthDay const first;
-    EXPECT_EQ(std::tuple(first.Year(), first.Month(), first.Day()), std::tuple(0, 1, 1));
     YearMonthDay const any(-2147483647, 2, 31);
     EXPECT_EQ(std::tuple(any.Year(), any.Month(), any.Day()), std::tuple(-2147483647, 2, 31));
-
     using Short = unsigned short;
     for (auto const& [month, day, name] :
          {std::tuple(Short{0}, Short{1}, "month"), {13, 32, "month"}, {1, 0, "day"}, {12, 32, "day"}})
@@ -26,8 +23,7 @@ TEST(YearMonthDay, HoldsMonthAndDayToTheirRangesAndNothingElse)
 
 TEST(YearMonthDay, OrdersByYearThenMonthThenDay)
 {
-    std::vector<YearMonthDay> const ascending = {{-1, 12, 31}, {0, 1, 1},      {0, 1, 2},
-                                                 {0, 2, 1},    {1999, 12, 31}, {2000, 1, 31}};
+    std::vector<YearMonthDay> const ascending = {{-1, 12, 31}, {}, {0, 1, 2}, {0, 2, 1}, {2000, 1, 31}};
     for (std::size_t a = 0; a < ascending.size(); ++a)
         for (std::size_t b = 0; b < ascending.size(); ++b)
         {
