@@ -1,0 +1,151 @@
+#include "orv/datafiles/BinaryFileIO.h"
+#include "orv/files/Directory.h"
+#include "orv/files/FileName.h"
+#include "orv/files/FileSystemUtil.h"
+#include "orv/files/FileUtils.h"
+#include "orv/instrumentation/MemoryTracker.h"
+#include "tests/support/ScopedCurrentDirectory.h"
+#include "tests/support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+// What the host does to a program at work: no more room on the disk, and an end without a word.
+
+namespace Zan::Orv::Core::Service::Tests {
+namespace {
+
+/// While it lives, no file of this process grows beyond `bytes`.
+class SmallDisk
+{
+public:
+    explicit SmallDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        rlimit const limit{bytes, before_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    SmallDisk(SmallDisk const&) = delete;
+    SmallDisk& operator=(SmallDisk const&) = delete;
+    ~SmallDisk()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+
+private:
+    void (*handler_)(int);
+    rlimit before_;
+};
+
+std::string Content(std::string const& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+template<class Copy>
+void ExpectPrefixes(Copy copy, bool failureIsTold)
+{
+    std::string const content(20'000, 'x');
+    for (std::size_t const limit : {0U, 1U, 9'999U, 10'000U, 19'999U, 20'000U})
+    {
+        SCOPED_TRACE(limit);
+        TemporaryDirectory const folder;
+        std::string const source = folder.Write("source/file", content);
+        folder.Make("target");
+        bool isTold = false;
+        {
+            SmallDisk const disk(limit);
+            try
+            {
+                copy(folder / "source", folder / "target");
+            }
+            catch (boost::filesystem::filesystem_error const&)
+            {
+                isTold = true;
+            }
+        }
+        EXPECT_EQ(isTold, failureIsTold && limit < content.size());
+        EXPECT_EQ(Content(folder / "target/file"), content.substr(0, limit));
+        EXPECT_EQ(Content(source), content);
+    }
+}
+
+TEST(FullDisk, CopiesArePrefixes)
+{
+    ExpectPrefixes([](auto const& from, auto const& to) { FileSystemUtil::copyDirectory(from, to, false); },
+                   true);
+    ExpectPrefixes(
+        [](auto const& from, auto const& to) { Directory(from).CopyContentsTo(Directory(to), true); }, true);
+    ExpectPrefixes(
+        [](auto const& from, auto const& to) {
+            EXPECT_TRUE(FileUtils::Copy(FileName(from + "/file"), FileName(to + "/file"), false));
+        },
+        false);
+}
+
+TEST(FullDisk, NumbersThatFindNoRoomAreTold)
+{
+    TemporaryDirectory const folder;
+    SmallDisk const disk(8);
+    std::ofstream out;
+    out.rdbuf()->pubsetbuf(nullptr, 0);
+    out.open(folder / "numbers", std::ios::binary);
+    EXPECT_TRUE(BinaryFileIO::writeFloat64(out, 1.5));
+    EXPECT_FALSE(BinaryFileIO::writeFloat64(out, 2.5));
+    EXPECT_EQ(Content(folder / "numbers").size(), 8U);
+}
+
+// Tracks large blocks in a child without an end, until it is killed. What the file then holds.
+std::string TrackUntilKilled(TemporaryDirectory const& folder, std::chrono::microseconds life)
+{
+    std::string const file = folder / ("memory_tracker_" + std::to_string(::getpid()) + ".csv");
+    pid_t const child = ::fork();
+    if (child == 0)
+    {
+        boost::filesystem::current_path(folder.Name());
+        MemoryTrackerGuard const tracking(true);
+        for (;;)
+            MemoryTracker::instance().log("%s\n", std::string(200, 'x').c_str());
+    }
+    while (!boost::filesystem::exists(file))
+        std::this_thread::yield();
+    std::this_thread::sleep_for(life);
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    return Content(file);
+}
+
+TEST(KilledProcess, LeavesWholeLines)
+{
+    for (int i = 0; i < 20; ++i)
+    {
+        TemporaryDirectory const folder;
+        std::string const text = TrackUntilKilled(folder, std::chrono::microseconds(100 * i));
+        std::istringstream lines(text);
+        int number = 0;
+        for (std::string line; std::getline(lines, line);)
+        {
+            ASSERT_FALSE(lines.eof()) << "a line without its end: " << line;
+            ASSERT_EQ(line.rfind(std::to_string(++number) + ", ", 0), 0U) << line;
+            ASSERT_TRUE(line.size() > 200 || line.ends_with(", Memory tracking ON")) << line;
+        }
+        EXPECT_TRUE(number > 0 || i < 10) << text;
+    }
+}
+
+} // namespace
+} // namespace Zan::Orv::Core::Service::Tests
