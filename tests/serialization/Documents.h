@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string>
 
@@ -43,11 +44,13 @@ struct Form
         return stream.str();
     }
 
+    /// The state in which the stream is left.
     template<class T>
-    static void Read(std::string const& document, T& value)
+    static std::ios::iostate Read(std::string const& document, T& value)
     {
         std::istringstream stream(document);
         ReadFrom(stream, value);
+        return stream.rdstate();
     }
 };
 
@@ -62,6 +65,15 @@ using TextForm = Form<StreamOutputSerializer, StreamInputSerializer>;
 
 using Forms = ::testing::Types<XMLForm, BinaryForm, TextForm>;
 
+/// `value` is written as `document`, and what is read from there into `target` is written so as well.
+template<class Form, class T>
+void ExpectDocument(T& value, std::string const& document, T& target)
+{
+    EXPECT_EQ(Form::Write(value), document);
+    Form::Read(document, target);
+    EXPECT_EQ(Form::Write(target), document);
+}
+
 /// A whole XML document around `body`.
 inline std::string XML(std::string const& body)
 {
@@ -72,9 +84,7 @@ inline std::string XML(std::string const& body)
 inline std::string ReadFile(std::string const& path)
 {
     std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 /// The bytes of a text such as "00 FF".
@@ -86,12 +96,6 @@ inline std::string FromHex(std::string const& text)
     for (int byte = 0; words >> byte;)
         bytes += static_cast<char>(byte);
     return bytes;
-}
-
-/// A short text as the binary form has it, behind its length.
-inline std::string Counted(std::string const& text)
-{
-    return std::string(3, '\0') + static_cast<char>(text.size()) + text;
 }
 
 inline std::string Repeat(std::size_t count, std::string const& text)

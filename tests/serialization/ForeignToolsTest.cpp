@@ -1,10 +1,10 @@
+#include "tests/serialization/Documents.h"
 #include "tests/serialization/StreamBuffers.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <fstream>
 
 // Other programs read what we write, and we read what they write. Not part of the build for Windows, which
 // lacks these programs.
@@ -45,14 +45,12 @@ TEST(ForeignTools, UnderstandEachOther)
             SCOPED_TRACE(testing::Message() << bytes.size() << " bytes, " << unwrap);
             folder.Write("in", Wrap(bytes, kinds));
             run(unwrap);
-            std::ifstream plain(folder / "out", std::ios::binary);
-            EXPECT_TRUE(std::string(std::istreambuf_iterator<char>(plain), {}) == bytes);
+            EXPECT_TRUE(ReadFile(folder / "out") == bytes);
 
             folder.Write("in", bytes);
             run(wrap);
-            std::filebuf theirs;
-            theirs.open(folder / "out", std::ios::in | std::ios::binary);
-            Stack stack(theirs, kinds);
+            std::ifstream theirs(folder / "out", std::ios::binary);
+            Stack stack(*theirs.rdbuf(), kinds);
             EXPECT_TRUE(std::string(std::istreambuf_iterator<char>(stack.Top()), {}) == bytes);
         }
     }

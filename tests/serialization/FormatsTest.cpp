@@ -1,4 +1,8 @@
-#include "orv/time/Time.h"
+#include "orv/foundation/Numerics.h"
+#include "orv/time/TimeFormat.h"
+#include "orv/time/TimeFrequency.h"
+#include "orv/time/TimeOffset.h"
+#include "orv/time/TimePeriod.h"
 #include "tests/serialization/Documents.h"
 #include "tests/support/Model.h"
 
@@ -6,6 +10,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <fstream>
+#include <limits>
+#include <tuple>
 
 // The worked examples of docs/formats.md are what the writers write.
 
@@ -84,19 +92,84 @@ void ExpectExample(std::string const& document)
     first->rates = {7, -2};
     first->phase = Phase::Water;
     first->drilled = Time(2000, 2, 29, 12, 30, 15, 7);
-    auto const second = first->next = std::make_shared<Well>();
-    second->name = "C";
-    second->drilled = Time(2001, 1, 1, 0, 0, 0, 0);
-    second->next = first;
+    first->next = std::make_shared<Well>();
+    first->next->name = "C";
+    first->next->drilled = Time(2001, 1, 1, 0, 0, 0, 0);
+    first->next->next = first;
     std::array<std::shared_ptr<Well>, 2> wells{first, nullptr};
-    EXPECT_EQ(F::Write(wells), document);
-
     std::array<std::shared_ptr<Well>, 2> read;
-    F::Read(document, read);
-    ASSERT_NE(read[0], nullptr);
-    EXPECT_EQ(F::Write(read), document);
-    first->next.reset();
-    read[0]->next.reset();
+    ExpectDocument<F>(wells, document, read);
+    for (auto const& circle : {wells[0], read[0]})
+        if (circle != nullptr)
+            circle->next.reset();
+}
+
+// The documents in tests/golden are the same on every host and stay as they are. With ORV_WRITE_GOLDEN set in the
+// environment they are written instead.
+
+using Values = std::tuple<bool, char, signed char, unsigned char, short, unsigned short, int, unsigned int,
+                          long, long long, unsigned long long, float, std::vector<double>,
+                          std::vector<std::string>, TimePeriod, TimeOffset, TimeFrequency>;
+
+char const* const tags[] = {"flag",   "letter", "small",  "byte",   "shortest", "port",
+                            "number", "count",  "host",   "large",  "larger",   "single",
+                            "values", "texts",  "period", "offset", "frequency"};
+
+// One field of every kind, and a graph with a cycle.
+struct Everything : ISerializable
+{
+    Values values;
+    TimeFormat format{""};
+    std::shared_ptr<Node> graph;
+
+    void Serialize(Serializer& serializer) override
+    {
+        char const* const* tag = tags;
+        std::apply([&](auto&... value) { (serializer.Serialize(value, *tag++), ...); }, values);
+        serializer.Serialize(format, "format");
+        serializer.Serialize(graph, "graph");
+    }
+};
+
+void Fill(Everything& everything)
+{
+    constexpr int highest = std::numeric_limits<int>::max(); // what XML brings back
+    constexpr unsigned highestUnsigned = std::numeric_limits<unsigned>::max();
+    everything.values =
+        Values(true, 'A', -128, 255, -32768, 65535, std::numeric_limits<int>::min(), highestUnsigned,
+               -2147483647L, highest, highestUnsigned, 0.1f,
+               {0.0, -0.0, 0.1, 1e-5, 1e100, 5e-324, std::numeric_limits<double>::max(), NullValue},
+               {"plain", "<&\"'>", "two\nlines \\n", "  ", "\xC3\xA4\xE2\x82\xAC\xF0\x9D\x84\x9E"},
+               TimePeriod(Time(2000, 2, 29, 12, 30, 15, 7), TimeOffset(0, 1, 0, 0, 0, 0, 0)),
+               TimeOffset(-1, -2, 3, -4, 5, 6, 7), TimeFrequency(14, TimeFrequency::FrequencyUnit::Years));
+    everything.format = TimeFormat("%d %E %Y");
+
+    auto valve = std::make_shared<Valve>();
+    valve->name = "V-1";
+    valve->phase = Phase::Gas;
+    valve->setting = 0.25;
+    valve->serial = 77;
+    valve->levels = {{"low", {0.5f, 1.5f}}, {"high", {}}};
+    auto node = std::make_shared<Node>();
+    node->name = "N-1";
+    node->links = {valve, nullptr, node};
+    valve->links = {node};
+    valve->byName = {{"self", valve}, {"other", node}};
+    everything.graph = valve;
+}
+
+template<class F>
+void CheckGolden(std::string const& name)
+{
+    GraphGuard const guard;
+    std::string const path = std::string(ORV_GOLDEN_FOLDER) + "/" + name;
+    Everything everything;
+    Fill(everything);
+    if (std::getenv("ORV_WRITE_GOLDEN") != nullptr)
+        std::ofstream(path, std::ios::binary) << F::Write(everything);
+
+    Everything copy;
+    ExpectDocument<F>(everything, ReadFile(path), copy);
 }
 
 } // namespace
@@ -107,6 +180,13 @@ TEST(FormatsTest, TheDocumentShowsWhatIsWritten)
     ExpectExample<BinaryForm>(Bytes(Block("hex")));
     ExpectExample<TextForm>(Block("text"));
     EXPECT_NE(ReadFile(ORV_FORMATS_TEST).find(Block("cpp")), std::string::npos);
+}
+
+TEST(FormatsTest, GoldenDocumentsAreTheSameOnEveryHost)
+{
+    CheckGolden<XMLForm>("everything.xml");
+    CheckGolden<BinaryForm>("everything.bin");
+    CheckGolden<TextForm>("everything.txt");
 }
 
 } // namespace Zan::Orv::Core::Service::Tests

@@ -3,6 +3,7 @@
 #include "orv/serialization/BZip2Buf.h"
 #include "orv/serialization/Base64Buf.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <memory>
@@ -11,6 +12,7 @@
 #include <stdexcept>
 #include <streambuf>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// What tests of stream buffers share: stacks of them, and what they write and write to.
@@ -75,6 +77,53 @@ protected:
         ++syncs;
         return 0;
     }
+};
+
+/// A buffer of few characters, or of none, over a text that is read or written.
+class SmallBuffer : public std::streambuf
+{
+public:
+    explicit SmallBuffer(std::size_t size, std::string content = "")
+        : text(std::move(content)), area_(size, '\0')
+    {
+        setp(area_.data(), area_.data() + area_.size());
+        setg(text.data(), text.data(), text.data());
+    }
+    /// How far it has been read.
+    std::ptrdiff_t Position() const { return gptr() - text.data(); }
+
+    std::string text;
+    std::streamsize mostAsked = 0;
+
+private:
+    int_type overflow(int_type c) override
+    {
+        sync();
+        text += traits_type::to_char_type(c);
+        return c;
+    }
+
+    int sync() override
+    {
+        text.append(pbase(), pptr());
+        setp(area_.data(), area_.data() + area_.size());
+        return 0;
+    }
+
+    int_type underflow() override
+    {
+        std::ptrdiff_t const left = text.data() + text.size() - egptr();
+        setg(eback(), gptr(), egptr() + std::min(left, std::max(std::ssize(area_), std::ptrdiff_t{1})));
+        return left == 0 ? traits_type::eof() : traits_type::to_int_type(*gptr());
+    }
+
+    std::streamsize xsgetn(char* to, std::streamsize count) override
+    {
+        mostAsked = std::max(mostAsked, count);
+        return std::streambuf::xsgetn(to, count);
+    }
+
+    std::string area_;
 };
 
 inline std::string Wrap(std::string const& bytes, std::string const& kinds)
