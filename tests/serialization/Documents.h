@@ -7,11 +7,10 @@
 #include "orv/serialization/StreamOutputSerializer.h"
 #include "orv/serialization/XMLInputSerializer.h"
 #include "orv/serialization/XMLOutputSerializer.h"
+#include "tests/support/Texts.h"
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string>
 
@@ -78,32 +77,6 @@ void ExpectDocument(T& value, std::string const& document, T& target)
 inline std::string XML(std::string const& body)
 {
     return "<?xml version=\"1.0\"?>\n<doc>" + body + "</doc>";
-}
-
-/// What is in a file, byte for byte.
-inline std::string ReadFile(std::string const& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-/// The bytes of a text such as "00 FF".
-inline std::string FromHex(std::string const& text)
-{
-    std::istringstream words(text);
-    words >> std::hex;
-    std::string bytes;
-    for (int byte = 0; words >> byte;)
-        bytes += static_cast<char>(byte);
-    return bytes;
-}
-
-inline std::string Repeat(std::size_t count, std::string const& text)
-{
-    std::string result;
-    for (std::size_t i = 0; i < count; ++i)
-        result += text;
-    return result;
 }
 
 } // namespace Zan::Orv::Core::Service::Tests

@@ -1,6 +1,6 @@
-#include "tests/serialization/Documents.h"
 #include "tests/serialization/StreamBuffers.h"
 #include "tests/support/TemporaryDirectory.h"
+#include "tests/support/Texts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+#include "orv/foundation/Exception.h"
 #include "orv/foundation/Numerics.h"
 #include "orv/time/TimeFormat.h"
 #include "orv/time/TimeFrequency.h"
@@ -13,7 +14,9 @@
 #include <cstdlib>
 #include <fstream>
 #include <limits>
+#include <stdexcept>
 #include <tuple>
+#include <typeinfo>
 
 // The worked examples of docs/formats.md are what the writers write.
 
@@ -187,6 +190,50 @@ TEST(FormatsTest, GoldenDocumentsAreTheSameOnEveryHost)
     CheckGolden<XMLForm>("everything.xml");
     CheckGolden<BinaryForm>("everything.bin");
     CheckGolden<TextForm>("everything.txt");
+}
+
+TEST(FormatsTest, TheFactoryKnowsTheClassesOfTimes)
+{
+    Factory& factory = Factory::GetFactory();
+    std::pair<std::type_info const&, std::string> const classes[] = {{typeid(Time), "Time"},
+                                                                     {typeid(TimeFormat), "TimeFormat"},
+                                                                     {typeid(TimeFrequency), "TimeFrequency"},
+                                                                     {typeid(TimeOffset), "TimeOffset"},
+                                                                     {typeid(TimePeriod), "TimePeriod"}};
+    for (auto const& [type, className] : classes)
+    {
+        std::string const name = "Zan::Orv::Core::Service::" + className;
+        EXPECT_EQ(factory.GetClassName(type), name);
+        std::unique_ptr<ISerializable> const made(factory.Construct(name));
+        ISerializable const& object = *made;
+        EXPECT_TRUE(typeid(object) == type) << name;
+    }
+}
+
+TEST(FormatsTest, TimesAreTakenAsTheyStand)
+{
+    Time const time(2000, 2, 29, 12, 34, 56, 789);
+    TimeOffset offset;
+    XMLForm::Read(XML("<x ><months>13</months><hours>-25</hours></x>"), offset);
+    EXPECT_EQ(offset.GetYears() * 10000 + offset.GetMonths() * 100 + offset.GetHours(), 1300 - 25);
+    EXPECT_EQ(offset += TimeOffset(), TimeOffset(1, 1, -2, 23, 0, 0, 0));
+
+    TimePeriod period;
+    TextForm::Read("# -1\n# -1\n2000-02-29 12:34:56.789\n# -1\n1999-01-01 00:00:00.000\n", period);
+    EXPECT_EQ(period.Begin(), time);
+    EXPECT_EQ(period.End(), Time(1999, 1, 1, 0, 0, 0, 0));
+
+    TimeFrequency frequency;
+    // The unit is in the document, and stays as it was in the object.
+    TextForm::Read("# -1\n-2\n# -1\nDays\n", frequency);
+    EXPECT_EQ(frequency, TimeFrequency(-2, TimeFrequency::FrequencyUnit::Years));
+    EXPECT_THROW(TextForm::Read("# -1\n5\n# -1\ndays\n", frequency), std::runtime_error);
+    EXPECT_EQ(frequency, TimeFrequency(5, TimeFrequency::FrequencyUnit::Years));
+
+    Time read = time;
+    EXPECT_THROW(TextForm::Read("# -1\nyesterday\n", read), TimeException);
+    EXPECT_THROW(TextForm::Read("# -1\n2001-02-29 00:00:00.000\n", read), std::out_of_range);
+    EXPECT_EQ(read, time);
 }
 
 } // namespace Zan::Orv::Core::Service::Tests

@@ -41,15 +41,6 @@ TEST(XMLSerializerTest, ValuesHaveTheirElements)
     EXPECT_EQ(Body(std::string("a<<b>\"'&amp;")), "<x>a&lt;&lt;b&gt;&quot;&apos;&amp;amp;</x>");
 }
 
-TEST(XMLSerializerTest, AClassMayLackAnIdentity)
-{
-    std::ostringstream stream;
-    std::string className = "N::C";
-    int id = -1;
-    XMLOutputSerializer(stream, "r").StartObject("t", 1, className, id);
-    EXPECT_EQ(stream.str(), "<?xml version=\"1.0\"?>\n<r><t class=\"N::C\" ></r>");
-}
-
 TEST(XMLSerializerTest, IntegersFollowTheStreamAndNothingElseDoes)
 {
     std::ostringstream stream;
