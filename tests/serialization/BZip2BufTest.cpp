@@ -140,9 +140,6 @@ TEST(BZip2Utility, FromMemoryToMemory)
     {
         Ok = 0,
         ParameterError = -2,
-        DataError = -4,
-        NoMagic = -5,
-        UnexpectedEnd = -7,
         Full = -8
     };
     std::string memory(205'000, '\0');
@@ -165,9 +162,10 @@ TEST(BZip2Utility, FromMemoryToMemory)
     EXPECT_EQ(size, 5u);
     EXPECT_EQ(pass(decompress, helloStream, 4, 1, 0), Full);
     EXPECT_EQ(size, 4u);
-    EXPECT_EQ(pass(decompress, helloStream.substr(0, 40), 100, 1, 0), UnexpectedEnd);
-    EXPECT_EQ(pass(decompress, "hello", 100, 1, 0), NoMagic);
-    EXPECT_EQ(pass(decompress, "BZh9 plain text", 100, 1, 0), DataError);
+    // Cut short, without the head of a stream, and damaged.
+    for (auto const& [damaged, result] :
+         {std::pair(helloStream.substr(0, 40), -7), {"hello", -5}, {"BZh9 plain text", -4}})
+        EXPECT_EQ(pass(decompress, damaged, 100, 1, 0), result) << damaged;
 
     for (auto const& [blockSize, verbosity, workFactor] :
          {std::array{0, 0, 0}, {10, 0, 0}, {1, -1, 0}, {1, 5, 0}, {1, 0, -1}, {1, 0, 251}})

@@ -2,12 +2,12 @@
 #include "orv/foundation/Exception.h"
 #include "tests/serialization/StreamBuffers.h"
 #include "tests/support/Model.h"
+#include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <random>
 #include <set>
@@ -191,9 +191,9 @@ TEST(DocumentsTest, DeepAndWideDocumentsAreRead)
 
 TEST(DocumentsTest, NothingOutsideTheStreamIsRead)
 {
-    auto const path = std::filesystem::path(::testing::TempDir()) / "orv-hostile-documents-test.dtd";
-    std::ofstream(path, std::ios::binary) << "<!ENTITY e \"outside\">";
-    std::string const file = path.generic_string();
+    TemporaryDirectory const folder;
+    std::string const file =
+        std::filesystem::path(folder.Write("hostile.dtd", "<!ENTITY e \"outside\">")).generic_string();
     for (std::string const& id : {file, "file://" + file, "file:///" + file, std::string("none-such.dtd")})
         for (std::string const& external : {"SYSTEM '" + id + "'", "PUBLIC '-//N//C' '" + id + "'"})
         {
@@ -209,7 +209,6 @@ TEST(DocumentsTest, NothingOutsideTheStreamIsRead)
                       file + "'><x>1</x></doc>",
                   value);
     EXPECT_EQ(value, "1");
-    std::filesystem::remove(path);
 }
 
 TEST(DocumentsTest, EntitiesDoNotMultiply)
