@@ -1,17 +1,16 @@
 #include "orv/files/Directory.h"
 #include "orv/files/FileName.h"
-#include "tests/support/TemporaryDirectory.h"
-
-#include <gtest/gtest.h>
+#include "tests/files/DiskTest.h"
 
 // Drives, a disk that ignores case, and the read-only attribute.
 
 namespace Zan::Orv::Core::Service::Tests {
 namespace {
 
-TEST(WindowsDisk, IgnoresCase)
+using WindowsDisk = DiskTest;
+
+TEST_F(WindowsDisk, IgnoresCase)
 {
-    TemporaryDirectory const place;
     place.Write("Sub/a.txt", "12345");
     FileName const other(place / "SUB/A.TXT");
     EXPECT_TRUE(other.IsFile());
@@ -21,7 +20,7 @@ TEST(WindowsDisk, IgnoresCase)
     EXPECT_FALSE(Directory(place / "Sub").CopyContentsTo(Directory(place / "sUB/x"), true));
 }
 
-TEST(WindowsDisk, HasDrives)
+TEST_F(WindowsDisk, HasDrives)
 {
     Directory const current = Directory::Current();
     EXPECT_TRUE(current.IsComplete() && current.IsDirectory());
@@ -32,13 +31,9 @@ TEST(WindowsDisk, HasDrives)
     EXPECT_FALSE(Directory(current.RootPath()).HasRelativePath());
 }
 
-TEST(WindowsDisk, ReadOnlyFilesAreCopiedAndRemoved)
+TEST_F(WindowsDisk, ReadOnlyFilesAreCopiedAndRemoved)
 {
-    namespace fs = boost::filesystem;
-    TemporaryDirectory const place;
-    place.Write("from/file");
-    fs::permissions(place / "from/file",
-                    fs::remove_perms | fs::owner_write | fs::group_write | fs::others_write);
+    SetReadOnly(place.Write("from/file"));
     EXPECT_TRUE(Directory(place / "from").CopyTo(Directory(place / "to")));
     EXPECT_TRUE(FileName(place / "to/file").IsFile());
     EXPECT_TRUE(Directory(place / "to").DeleteNoThrow());
