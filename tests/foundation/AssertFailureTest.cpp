@@ -10,28 +10,23 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <tuple>
 #include <vector>
 
 namespace Zan::Orv::Core::Service::Tests {
 
 TEST(AssertFailureTest, LogsAndThrowsTheSameText)
 {
-    std::tuple<char const*, char const*, std::string> const cases[] = {
-        {nullptr, nullptr, "ASSERTION FAILURE"}, {"x", nullptr, "ASSERTION FAILURE: x"},
-        {nullptr, "f", "ASSERTION FAILURE (f)"}, {"x", "f", "ASSERTION FAILURE: x (f)"},
-        {"", "", "ASSERTION FAILURE:  ()"},      {"%s %n", "%d", "ASSERTION FAILURE: %s %n (%d)"}};
-    for (auto const& [message, location, text] : cases)
-    {
-        for (bool const enabled : {true, false})
-        {
-            LogRecorder log;
-            LogEnabler const switched(enabled);
-            EXPECT_TRUE(
-                Throws<std::runtime_error>([m = message, l = location] { AssertFailure(m, l); }, text));
-            EXPECT_EQ(log.messages, std::vector<std::string>(enabled ? 1 : 0, "3:" + text));
-        }
-    }
+    LogRecorder log;
+    auto const fails = [](char const* message, char const* location, std::string const& text) {
+        return Throws<std::runtime_error>([=] { AssertFailure(message, location); }, text);
+    };
+    EXPECT_TRUE(fails(nullptr, nullptr, "ASSERTION FAILURE"));
+    EXPECT_TRUE(fails("x", nullptr, "ASSERTION FAILURE: x"));
+    EXPECT_TRUE(fails(nullptr, "f", "ASSERTION FAILURE (f)"));
+    LogEnabler const off(false);
+    EXPECT_TRUE(fails("%s %n", "%d", "ASSERTION FAILURE: %s %n (%d)"));
+    EXPECT_EQ(log.messages, (std::vector<std::string>{"3:ASSERTION FAILURE", "3:ASSERTION FAILURE: x",
+                                                      "3:ASSERTION FAILURE (f)"}));
     EXPECT_FALSE(Throws<Exception>([] { AssertFailure(nullptr, nullptr); }, "ASSERTION FAILURE"))
         << "is none of the library's own exceptions";
 }
@@ -54,7 +49,6 @@ TEST(AssertFailureTest, MacroChecksOnceAndTellsThePlace)
 TEST(ExceptionTest, EveryKindIsCaughtAsOneWithItsText)
 {
     EXPECT_TRUE(Throws<Exception>([] { throw ServiceException(); }, "ServiceException"));
-    EXPECT_TRUE(Throws<Exception>([] { throw DirectoryException("a"); }, "a"));
 }
 
 } // namespace Zan::Orv::Core::Service::Tests

@@ -9,27 +9,24 @@
 
 namespace Zan::Orv::Core::Service::Tests {
 
+using namespace std::string_literals;
+
 TEST(EnvironmentTest, WhatIsSetIsSeenByTheWholeProcess)
 {
     ScopedEnvironment const guard("ORV_TEST_VARIABLE", "");
-    for (std::string value : {"a", "two words", " ", "x=y=", "%n%s", ""})
+    for (std::string value : {"two words"s, "x=y="s, std::string(30000, 'x'), ""s})
     {
         SetEnvVariable("ORV_TEST_VARIABLE", value);
         char const* const seen = std::getenv("ORV_TEST_VARIABLE");
-        EXPECT_EQ(seen != nullptr, !value.empty()) << value;
-        EXPECT_EQ(seen != nullptr ? seen : "", value);
+        EXPECT_EQ(seen != nullptr ? seen : "not set", value.empty() ? "not set" : value);
         EXPECT_EQ(GetEnvVariable("ORV_TEST_VARIABLE"), value);
         value.assign(value.size(), '#'); // the environment must not live in the caller's text
         EXPECT_NE(GetEnvVariable("ORV_TEST_VARIABLE").substr(0, 1), "#");
     }
-    std::string const longOne(30000, 'x');
-    SetEnvVariable("ORV_TEST_VARIABLE", longOne);
-    EXPECT_EQ(GetEnvVariable("ORV_TEST_VARIABLE"), longOne);
 }
 
 TEST(EnvironmentTest, TheFirstEqualsSignDividesAndAZeroByteEnds)
 {
-    using namespace std::string_literals;
     ScopedEnvironment const guard("ORV_TEST_VARIABLE", "");
     SetEnvVariable("ORV_TEST_VARIABLE=a", "b");
     EXPECT_EQ(GetEnvVariable("ORV_TEST_VARIABLE"), "a=b");
@@ -41,14 +38,11 @@ TEST(EnvironmentTest, TheFirstEqualsSignDividesAndAZeroByteEnds)
 
 TEST(EnvironmentTest, WhatTheHostRefusesChangesNothing)
 {
-    using namespace std::string_literals;
     ScopedEnvironment const guard("ORV_TEST_VARIABLE", "kept");
     SetEnvVariable("", "x");
-    SetEnvVariable("", "");
     SetEnvVariable("ORV_TEST_VARIABLE\0"s, "x"); // ends before any '='
     EXPECT_EQ(GetEnvVariable("ORV_TEST_VARIABLE"), "kept");
     EXPECT_EQ(GetEnvVariable(""), "");
-    EXPECT_EQ(GetEnvVariable("ORV_TEST_VARIABL"), "");
     EXPECT_EQ(GetEnvVariable(std::string(100000, 'n')), "");
 }
 
