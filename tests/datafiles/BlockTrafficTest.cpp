@@ -1,10 +1,10 @@
 #include "orv/datafiles/BufferedBinaryFileReader.h"
 #include "orv/platform/SharedFile.h"
+#include "tests/robustness/FailingAllocation.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <limits>
 #include <new>
 #include <random>
@@ -31,11 +31,12 @@ struct Host
     std::string calls;
 } host;
 
-int blockThatFails = 0; // the number of the allocation to refuse, from 1
-
-char ByteAt(long long position)
+std::string Bytes(long long position, long long count)
 {
-    return static_cast<char>((static_cast<unsigned long long>(position) * 0x9E3779B97F4A7C15u) >> 56);
+    std::string bytes;
+    for (long long const end = position + count; position < end; ++position)
+        bytes += static_cast<char>((static_cast<unsigned long long>(position) * 0x9E3779B97F4A7C15u) >> 56);
+    return bytes;
 }
 
 } // namespace
@@ -70,8 +71,7 @@ bool ReadSharedFile(std::FILE*, char* to, std::size_t count)
     host.calls += " read " + std::to_string(count);
     auto const wanted = static_cast<long long>(count);
     long long const came = std::min(wanted, host.size - host.position);
-    for (long long i = 0; i < came; ++i)
-        to[i] = ByteAt(host.position + i);
+    Bytes(host.position, came).copy(to, count);
     host.position += came;
     return came == wanted && host.failingReads-- <= 0;
 }
@@ -81,37 +81,38 @@ bool ReadSharedFile(std::FILE*, char* to, std::size_t count)
 namespace Tests {
 namespace {
 
-void Reset(long long size)
+// The name of a file of `size` bytes, on a host that works again.
+char const* MakeFile(long long size)
 {
     host = Host();
     host.size = size;
+    return "any";
 }
 
-std::string TakeCalls()
+// The calls of the host that it takes to read at `position`, and what of it fails.
+std::string Traffic(BufferedBinaryFileReader& reader, long long position, int count)
 {
-    return std::exchange(host.calls, {});
-}
-
-std::string Bytes(long long position, int count)
-{
-    std::string bytes;
-    for (int i = 0; i < count; ++i)
-        bytes += ByteAt(position + i);
-    return bytes;
-}
-
-// What a read delivers; the bytes that it leaves alone show as '#'.
-std::string Read(BufferedBinaryFileReader& reader, int count)
-{
-    std::string bytes(static_cast<std::size_t>(std::max(count, 0)), '#');
+    host.calls.clear();
+    if (reader.tellg() != position)
+        reader.seekg(position);
+    auto const size = static_cast<std::size_t>(std::max(count, 0));
+    std::string bytes(size, '#');
     reader.read(bytes.data(), count);
-    return bytes;
+    std::string wanted = Bytes(position, reader.tellg() - position);
+    std::string const came = wanted.size() == size ? "" : ", " + std::to_string(wanted.size()) + " came";
+    wanted.resize(size, '#');
+    EXPECT_TRUE(bytes == wanted) << count << " at " << position;
+    return host.calls + came + (reader.good() ? "" : ", bad");
 }
 
-std::string ReadAt(BufferedBinaryFileReader& reader, long long position, int count)
+// Those from the opening of a file to the last of some reads.
+std::string Traffic(long long fileSize, std::vector<std::pair<long long, int>> const& reads)
 {
-    reader.seekg(position);
-    return Read(reader, count);
+    BufferedBinaryFileReader reader(MakeFile(fileSize));
+    std::string calls = host.calls;
+    for (auto const& [position, count] : reads)
+        calls += Traffic(reader, position, count);
+    return calls;
 }
 
 // Random seeks and reads, beside the rules without any blocks. Sizes on both sides of where blocks shrink.
@@ -122,12 +123,9 @@ TEST(BufferedBinaryFileReader, AgreesWithItsRules)
          {0LL, 1LL, 2LL, 3LL, 100LL, 2 * Block - 1, 2 * Block + 1, 4 * Block + 3, last})
     {
         SCOPED_TRACE(testing::Message() << "file of " << size);
-        Reset(size);
-        BufferedBinaryFileReader reader("any");
+        BufferedBinaryFileReader reader(MakeFile(size));
         std::mt19937 engine(1);
-        auto const below = [&](long long limit) {
-            return static_cast<long long>(engine() % static_cast<unsigned long long>(limit));
-        };
+        auto const below = [&](unsigned limit) { return static_cast<int>(engine() % limit); };
         long long position = 0;
         bool refused = false;
         for (int step = 0; step < 400; ++step)
@@ -136,16 +134,13 @@ TEST(BufferedBinaryFileReader, AgreesWithItsRules)
             {
                 long long const near[] = {0, size, size / 2, size - size % Block, Block, 2 * Block};
                 position = near[below(6)];
-                position += std::min(below(9), last - position) - 4;
+                position += std::min<long long>(below(9), last - position) - 4;
                 reader.seekg(position);
                 refused = position < 0 || position >= size;
             }
-            int const large = below(20) == 0 ? static_cast<int>(2 * Block) + 8 : 9;
-            auto const count = static_cast<int>(below(large)) - 1;
+            int const count = below(below(20) == 0 ? 2 * Block + 8 : 9) - 1;
             refused = refused || count < 0 || position > size - count;
-            std::string const untouched(static_cast<std::size_t>(std::max(count, 0)), '#');
-            ASSERT_TRUE(Read(reader, count) == (refused ? untouched : Bytes(position, count)))
-                << count << " at " << position << ", step " << step;
+            Traffic(reader, position, count);
             position += refused ? 0 : count;
             ASSERT_EQ(reader.tellg(), position) << step;
             ASSERT_EQ(reader.good(), !refused) << step;
@@ -155,120 +150,76 @@ TEST(BufferedBinaryFileReader, AgreesWithItsRules)
     EXPECT_EQ(host.openFiles, 0);
 }
 
-TEST(BufferedBinaryFileReader, ReadsEachBlockOnceGoingForward)
+TEST(BufferedBinaryFileReader, LoadsNoBlockThatIsInMemory)
 {
-    Reset(3 * Block + 5);
-    BufferedBinaryFileReader reader("any");
-    EXPECT_EQ(TakeCalls(), " seek end seek 0");
-    while (!reader.eof())
-        Read(reader, 1);
-    EXPECT_EQ(TakeCalls(), " read 524288 read 524288 read 524288 read 5");
-    EXPECT_TRUE(reader.good());
-
-    // One large read takes the same blocks; what it starts in is still there.
-    EXPECT_EQ(ReadAt(reader, 2 * Block - 1, 1), Bytes(2 * Block - 1, 1));
-    EXPECT_EQ(TakeCalls(), " seek 524288 read 524288");
-    auto const most = static_cast<int>(2 * Block + 6);
-    EXPECT_EQ(ReadAt(reader, Block - 1, most), Bytes(Block - 1, most));
-    EXPECT_EQ(TakeCalls(), " seek 0 read 524288 seek 1048576 read 524288 read 5");
-}
-
-TEST(BufferedBinaryFileReader, HopsBetweenTwoRegionsInMemory)
-{
-    Reset(10 * Block);
-    BufferedBinaryFileReader reader("any");
-    TakeCalls();
-    for (int record = 0; record < 100; ++record)
-    {
-        ReadAt(reader, 64 * record, 64);
-        ReadAt(reader, 7 * Block + 64 * record, 64);
-    }
-    EXPECT_EQ(TakeCalls(), " read 524288 seek 3670016 read 524288");
-
-    // A third region takes the place of the one that was left before the last.
-    for (long long const block : {0, 3, 0, 7})
-        ReadAt(reader, block * Block, 1);
-    EXPECT_EQ(TakeCalls(), " seek 1572864 read 524288 seek 3670016 read 524288");
-    EXPECT_TRUE(reader.good());
-}
-
-TEST(BufferedBinaryFileReader, KeepsASmallFileInMemory)
-{
-    Reset(101);
-    BufferedBinaryFileReader reader("any");
-    Read(reader, 101);
-    EXPECT_EQ(TakeCalls(), " seek end seek 0 read 51 read 50");
-    for (long long position : {60, 3, 99, 0})
-        ReadAt(reader, position, 2);
-    EXPECT_EQ(TakeCalls(), "");
+    // Going forward, piece by piece.
+    EXPECT_EQ(Traffic(2 * Block + 5, {{0, 1}, {1, Block - 1}, {Block, Block + 1}, {2 * Block + 1, 4}}),
+              " seek end seek 0 read 524288 read 524288 read 5");
+    // A large read takes the same blocks; one of them is still there.
+    EXPECT_EQ(Traffic(3 * Block + 5, {{2 * Block - 1, 1}, {Block - 1, 2 * Block + 6}}),
+              " seek end seek 0 seek 524288 read 524288 seek 0 read 524288 seek 1048576 read 524288 read 5");
+    // Hopping between two regions. A third one takes the place of the one that was left before the last.
+    std::vector<std::pair<long long, int>> const hops = {{0, 4}, {Block, 9},     {4, 4}, {Block + 9, 9},
+                                                         {0, 1}, {3 * Block, 1}, {0, 1}, {Block, 1}};
+    EXPECT_EQ(Traffic(8 * Block, hops),
+              " seek end seek 0 read 524288 read 524288 seek 1572864 read 524288 seek 524288 read 524288");
+    // A small file stays in memory.
+    EXPECT_EQ(Traffic(101, {{0, 101}, {60, 2}, {3, 2}, {99, 2}, {0, 2}}), " seek end seek 0 read 51 read 50");
 }
 
 TEST(BufferedBinaryFileReader, RecoversFromADeviceThatFails)
 {
-    Reset(3 * Block);
-    BufferedBinaryFileReader reader("any");
-    ReadAt(reader, 2 * Block, 1);
-    ReadAt(reader, 0, 1);
-    TakeCalls();
+    BufferedBinaryFileReader reader(MakeFile(3 * Block));
+    Traffic(reader, 2 * Block, 1);
+    Traffic(reader, 0, 1);
 
     // The front of a read is delivered up to the block that fails.
     host.failingReads = 1;
-    EXPECT_EQ(ReadAt(reader, Block - 2, 4), Bytes(Block - 2, 2) + "##");
-    EXPECT_EQ(reader.tellg(), Block);
-    EXPECT_FALSE(reader.good());
+    EXPECT_EQ(Traffic(reader, Block - 2, 4), " read 524288, 2 came, bad");
     EXPECT_FALSE(reader.eof());
-    EXPECT_EQ(TakeCalls(), " read 524288");
 
     // A seek makes nothing good; what is in memory is still served.
-    EXPECT_EQ(ReadAt(reader, 5, 3), Bytes(5, 3));
-    EXPECT_FALSE(reader.good());
-    EXPECT_EQ(TakeCalls(), "");
+    EXPECT_EQ(Traffic(reader, 5, 3), ", bad");
 
     // Nobody knows where the stream stands, so that each block is sought, and the one that made room is gone.
     host.failingSeeks = 1;
-    EXPECT_EQ(ReadAt(reader, Block, 2), "##");
-    EXPECT_FALSE(reader.good());
-    EXPECT_EQ(ReadAt(reader, 2 * Block, 2), Bytes(2 * Block, 2));
-    EXPECT_TRUE(reader.good());
-    EXPECT_EQ(TakeCalls(), " seek 524288 seek 1048576 read 524288");
+    EXPECT_EQ(Traffic(reader, Block, 2), " seek 524288, 0 came, bad");
+    EXPECT_EQ(Traffic(reader, 2 * Block, 2), " seek 1048576 read 524288");
 }
 
-TEST(BufferedBinaryFileReader, IsNotGoodWithoutPositions)
+TEST(BufferedBinaryFileReader, ClosesAFileWithoutPositions)
 {
-    for (auto const& [size, failingSeeks] : {std::pair(100, 1), std::pair(-1, 0)})
-    {
-        Reset(size);
-        host.failingSeeks = failingSeeks;
-        BufferedBinaryFileReader const reader("any");
-        EXPECT_FALSE(reader.good()) << size;
-        EXPECT_TRUE(reader.eof()) << size;
-        EXPECT_EQ(host.openFiles, 0) << size;
-    }
+    EXPECT_FALSE(BufferedBinaryFileReader(MakeFile(-1)).good());
+    EXPECT_EQ(host.openFiles, 0);
+    char const* const name = MakeFile(100);
+    host.failingSeeks = 1;
+    EXPECT_FALSE(BufferedBinaryFileReader(name).good());
+    EXPECT_EQ(host.openFiles, 0);
 }
 
 TEST(BufferedBinaryFileReader, ClosesTheFileWhenMemoryFails)
 {
-    for (int const block : {1, 2})
+    for (std::size_t const block : {1U, 2U})
     {
-        Reset(3 * Block);
-        blockThatFails = block;
-        EXPECT_THROW(BufferedBinaryFileReader("any"), std::bad_alloc) << block;
+        char const* const name = MakeFile(3 * Block);
+        host.calls.reserve(100); // so that the blocks are all that is allocated
+        long long const before = LiveBlocks();
+        FailingAllocation const failing(block, Shortage::Once);
+        EXPECT_THROW(BufferedBinaryFileReader{name}, std::bad_alloc) << block;
         EXPECT_EQ(host.openFiles, 0) << block;
+        EXPECT_EQ(LiveBlocks(), before) << block;
     }
 }
 
 // As pointers do: one of the two is not destroyed.
 TEST(BufferedBinaryFileReader, SharesAllWithItsCopy)
 {
-    Reset(100);
     {
-        BufferedBinaryFileReader reader("any");
-        ReadAt(reader, 40, 2);
-        TakeCalls();
+        BufferedBinaryFileReader reader(MakeFile(100));
+        Traffic(reader, 40, 2);
         alignas(BufferedBinaryFileReader) unsigned char place[sizeof reader];
         auto* const copy = new (place) BufferedBinaryFileReader(reader);
-        EXPECT_EQ(Read(*copy, 2), Bytes(42, 2));
-        EXPECT_EQ(TakeCalls(), "");
+        EXPECT_EQ(Traffic(*copy, 42, 2), "");
     }
     EXPECT_EQ(host.openFiles, 0);
 }
@@ -276,24 +227,3 @@ TEST(BufferedBinaryFileReader, SharesAllWithItsCopy)
 } // namespace
 } // namespace Tests
 } // namespace Zan::Orv::Core::Service
-
-// Blocks are the only large arrays.
-void* operator new[](std::size_t size)
-{
-    using Zan::Orv::Core::Service::blockThatFails;
-    void* const memory =
-        size == 0x80000 && blockThatFails > 0 && --blockThatFails == 0 ? nullptr : std::malloc(size);
-    if (memory == nullptr && size != 0)
-        throw std::bad_alloc();
-    return memory;
-}
-
-void operator delete[](void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete[](void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}

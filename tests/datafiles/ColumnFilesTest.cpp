@@ -31,39 +31,31 @@ TEST(ASCIIFileFormat, KeepsColumnsInOrderOfTheirNumbers)
     format.AddDataColumn(5, Quantity::Pressure, "bar", Format::Number);
     format.AddDataColumn(2, Quantity::Pressure, "psi", Format::Number);
     format.AddDataColumn(-1, Quantity::Date, "", Format::DayMonthYear);
-    format.AddDataColumn(2, Quantity::Pressure, "kPa", Format::Integer);
-    EXPECT_EQ(Shown(format), "-1 2psi 2kPa 5bar ");
-    EXPECT_EQ(format.GetColumnNumber(Quantity::Pressure), (std::vector<int>{2, 2, 5}));
-    EXPECT_TRUE(format.GetColumnNumber(Quantity::Depth).empty());
-
     // Numbers that a caller changes are sought from the front, and sorted with the next column.
     ASCIIFileFormat const before = format;
     format.DataColumnsBegin()->columnNumber = 7;
     EXPECT_EQ(format.GetColumnUnit(2), "psi");
     EXPECT_EQ(format.GetColumnQuantity(7), Quantity::Date);
-    format.AddDataColumn(7, Quantity::Depth, "m", Format::Number);
-    EXPECT_EQ(Shown(format), "2psi 2kPa 5bar 7 7m ");
-    EXPECT_EQ(Shown(before), "-1 2psi 2kPa 5bar ");
-}
+    format.AddDataColumn(2, Quantity::Pressure, "kPa", Format::Integer);
+    format.AddDataColumn(2, Quantity::Depth, "m", Format::Text);
+    EXPECT_EQ(Shown(format), "2psi 2kPa 2m 5bar 7 ");
+    EXPECT_EQ(Shown(before), "-1 2psi 5bar ");
 
-TEST(ASCIIFileFormat, AnswersByTheFirstColumnOfANumber)
-{
-    ASCIIFileFormat format;
-    format.AddDataColumn(2, Quantity::OilRate, "m3/d", Format::Number);
-    format.AddDataColumn(2, Quantity::Date, "", Format::Text);
-    EXPECT_EQ(format.GetColumnUnit(2), "m3/d");
+    EXPECT_EQ(format.GetColumnNumber(Quantity::Pressure), (std::vector<int>{2, 2, 5}));
+    EXPECT_TRUE(format.GetColumnNumber(Quantity::Power).empty());
+    // The first column of a number answers for it, and nobody for 3.
+    EXPECT_EQ(format.GetColumnUnit(2) + format.GetColumnUnit(3), "psi");
     EXPECT_EQ(format.GetColumnFormat(2), Format::Number);
-    EXPECT_EQ(format.GetColumnQuantity(2), Quantity::OilRate);
+    EXPECT_EQ(format.GetColumnFormat(3), Format());
+    EXPECT_EQ(format.GetColumnQuantity(2), Quantity::Pressure);
+    EXPECT_EQ(format.GetColumnQuantity(3), Quantity());
     EXPECT_TRUE(format.IsColumnNumberAppropriated(2) && !format.IsColumnNumberAppropriated(3));
-    EXPECT_EQ(format.GetColumnUnit(3), "");
-    EXPECT_EQ(static_cast<int>(format.GetColumnFormat(3)), 0);
-    EXPECT_EQ(static_cast<int>(format.GetColumnQuantity(3)), 0);
 }
 
 // Notes when it goes.
-struct Mortal : ColumnInterpreter
+struct Mortal : SurfaceMeasurement
 {
-    explicit Mortal(int& deaths) : ColumnInterpreter(MeasurementsAt::Downhole), deaths_(deaths) {}
+    explicit Mortal(int& deaths) : SurfaceMeasurement("Station 7"), deaths_(deaths) {}
     ~Mortal() override { ++deaths_; }
     int& deaths_;
 };
@@ -76,42 +68,25 @@ TEST(ASCIIFileInterpreter, OwnsTheInterpreters)
         auto* const second = new Mortal(deaths);
         interpreters.AddColumnInterpreter(1, new Mortal(deaths));
         interpreters.AddColumnInterpreter(1, second);
-        EXPECT_EQ(deaths, 1);
         interpreters.AddColumnInterpreter(1, second);
         EXPECT_EQ(deaths, 1);
-        EXPECT_EQ(interpreters.GetInterpreter(1), second);
-        EXPECT_EQ(interpreters.GetInterpreter(2), nullptr);
-
         interpreters.AddColumnInterpreter(3, nullptr);
         interpreters.AddColumnInterpreter(3, new Mortal(deaths));
-        interpreters.AddColumnInterpreter(1, nullptr);
+        interpreters.AddColumnInterpreter(3, nullptr);
         EXPECT_EQ(deaths, 2);
+        EXPECT_EQ(interpreters.GetInterpreter(3), nullptr);
+        EXPECT_EQ(interpreters.GetInterpreter(2), nullptr);
+        EXPECT_EQ(static_cast<int>(interpreters.GetInterpreter(1)->GetMeasurementsAt()), 1);
+        EXPECT_EQ(second->GetText(), "Station 7");
+
+        // A copy has the same pointers, and an assignment drops what there was without deleting it.
+        ASCIIFileInterpreter const copy(interpreters);
+        interpreters = ASCIIFileInterpreter();
         EXPECT_EQ(interpreters.GetInterpreter(1), nullptr);
+        EXPECT_EQ(copy.GetInterpreter(1), second);
+        EXPECT_EQ(deaths, 2);
     }
     EXPECT_EQ(deaths, 3);
-}
-
-TEST(ASCIIFileInterpreter, CopiesPointersAndNotWhatTheyPointTo)
-{
-    int deaths = 0;
-    {
-        ASCIIFileInterpreter source;
-        auto* const shared = new Mortal(deaths);
-        source.AddColumnInterpreter(1, shared);
-        ASCIIFileInterpreter copy(source);
-        source = ASCIIFileInterpreter(); // drops what it had without deleting it
-        EXPECT_EQ(source.GetInterpreter(1), nullptr);
-        EXPECT_EQ(copy.GetInterpreter(1), shared);
-        EXPECT_EQ(deaths, 0);
-    }
-    EXPECT_EQ(deaths, 1);
-}
-
-TEST(SurfaceMeasurement, IsAtTheSurface)
-{
-    SurfaceMeasurement measurement("Station 7");
-    EXPECT_EQ(static_cast<int>(measurement.GetMeasurementsAt()), 1);
-    EXPECT_EQ(SurfaceMeasurement(std::move(measurement)).GetText(), "Station 7");
 }
 
 TEST(ImportException, NamesTheLine)
