@@ -1,28 +1,16 @@
-#include "orv/instrumentation/MemoryTracker.h"
+#include "tests/instrumentation/MemoryTrackerTest.h"
 
 #include "orv/instrumentation/internal/HeapRedirection.h"
-#include "orv/platform/SystemFacts.h"
 #include "tests/instrumentation/HeapClient.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <array>
 #include <atomic>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <map>
-#include <memory>
 #include <random>
 #include <set>
-#include <string>
 #include <thread>
 #include <utility>
-#include <vector>
 
 #if __has_include(<dlfcn.h>)
 #include <dlfcn.h>
@@ -35,70 +23,11 @@ namespace Zan::Orv::Core::Service::Tests {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using ::testing::Not;
 
 namespace {
 
-// Works in a new folder, where the log goes.
-class MemoryTrackerTest : public ::testing::Test
-{
-protected:
-    MemoryTrackerTest()
-    {
-        for (int number = 0; !std::filesystem::create_directory(folder_); ++number)
-            folder_ = std::filesystem::temp_directory_path() / ("orv-tracker-" + std::to_string(number));
-        std::filesystem::current_path(folder_);
-    }
-    ~MemoryTrackerTest() override
-    {
-        MemoryTracker::instance().reset_threshold(MemoryTracker::THRESHOLD);
-        std::filesystem::current_path(before_);
-        std::filesystem::remove_all(folder_);
-    }
-
-    // The log of this test so far.
-    static std::vector<std::string> Lines()
-    {
-        std::ifstream file(FileName());
-        std::vector<std::string> lines;
-        for (std::string line; std::getline(file, line);)
-            lines.push_back(line);
-        return lines;
-    }
-
-    static std::string Text()
-    {
-        std::string text;
-        for (std::string const& line : Lines())
-            text += line + "\n";
-        return text;
-    }
-
-    static std::string FileName()
-    {
-        return "memory_tracker_" + std::to_string(Platform::ProcessId()) + ".csv";
-    }
-
-private:
-    std::filesystem::path before_ = std::filesystem::current_path();
-    std::filesystem::path folder_ = before_;
-};
-
 using MemoryTrackerDeathTest = MemoryTrackerTest;
-
-std::string AsText(void const* address)
-{
-    char text[40];
-    std::snprintf(text, sizeof text, "%p", address);
-    return text;
-}
-
-// "1, 20100, allocate" of a line, without its number.
-std::string WithoutNumber(std::string const& line)
-{
-    return line.substr(line.find(' ') + 1);
-}
 
 // Addresses of blocks that nobody has.
 char places[8];
@@ -116,18 +45,16 @@ MemoryTracker MakeTracker()
     return tracker;
 }
 
-using Slots = std::map<std::uintptr_t, std::uintptr_t>;
+// The values of the slots in all modules by their addresses, and whether they lead to the heap.
+using Slots = std::map<std::uintptr_t, std::pair<std::uintptr_t, bool>>;
 
-// Addresses and values of the slots in all modules: all of them, and those that lead to the heap.
-Slots AllSlots(Slots* ofHeap = nullptr)
+Slots AllSlots()
 {
     Slots slots;
     Internal::HeapFunctions const functions = Platform::WatchHeap({});
     Platform::ForEachModule([&](Platform::ModuleImage const& module) {
         Internal::ForEachSlot(module, [&](Internal::Slot const& slot) {
-            slots[slot.address] = slot.value;
-            if (ofHeap != nullptr && Internal::FunctionBehind(slot, functions) != nullptr)
-                (*ofHeap)[slot.address] = slot.value;
+            slots[slot.address] = {slot.value, Internal::FunctionBehind(slot, functions) != nullptr};
         });
     });
     return slots;
@@ -138,7 +65,7 @@ Slots AllSlots(Slots* ofHeap = nullptr)
 TEST_F(MemoryTrackerTest, LogsBlocksAboveTheThreshold)
 {
     MemoryTracker tracker = MakeTracker();
-    std::filesystem::remove(FileName());
+    std::ofstream(FileName()).close();
     {
         MemoryTrackerGuard const on(true);
         tracker.check_alloc(100, &places[0]);
@@ -158,25 +85,21 @@ TEST_F(MemoryTrackerTest, LogsBlocksAboveTheThreshold)
     }
     EXPECT_EQ(tracker.total(), 151u);
     EXPECT_EQ(tracker.total_logged(), 151u);
-    std::vector<std::string> lines = Lines();
-    ASSERT_EQ(lines.size(), 10u) << Text();
+    std::string const expected[] = {"20100, " + Event("allocate", 20000, &places[2]) + "100, diff, 100",
+                                    "100, " + Event("free", 20000, &places[2]) + "20100, diff, 0",
+                                    "16485, " + Event("allocate", 16385, &places[3]) + "100, diff, 0",
+                                    "150, " + Event("free", 16385, &places[3]) + "16535, diff, -50",
+                                    "151, " + Event("allocate", 1, &places[6]) + "150, diff, 0",
+                                    "150, " + Event("allocate", 4294967295u, &places[7]) + "151, diff, 0",
+                                    "151, " + Event("free", 4294967295u, &places[7]) + "150, diff, 0",
+                                    "151, note of 2"};
+    std::vector<std::string> const lines = Lines();
+    ASSERT_EQ(lines.size(), 2 + std::size(expected)) << Text();
     EXPECT_THAT(lines.front(), HasSubstr("Memory tracking ON"));
     EXPECT_THAT(lines.back(), HasSubstr("Memory tracking OFF"));
-    int const first = std::stoi(lines[1]);
-    for (std::size_t i = 1; i <= 8; ++i)
-    {
-        EXPECT_EQ(std::stoi(lines[i]), first + static_cast<int>(i) - 1) << lines[i];
-        lines[i] = WithoutNumber(lines[i]);
-    }
-    std::string const at2 = AsText(&places[2]), at3 = AsText(&places[3]), at7 = AsText(&places[7]);
-    EXPECT_EQ(lines[1], "20100, allocate 20000 bytes at " + at2 + ", was, 100, diff, 100");
-    EXPECT_EQ(lines[2], "100, free 20000 bytes at " + at2 + ", was, 20100, diff, 0");
-    EXPECT_EQ(lines[3], "16485, allocate 16385 bytes at " + at3 + ", was, 100, diff, 0");
-    EXPECT_EQ(lines[4], "150, free 16385 bytes at " + at3 + ", was, 16535, diff, -50");
-    EXPECT_EQ(lines[5], "151, allocate 1 bytes at " + AsText(&places[6]) + ", was, 150, diff, 0");
-    EXPECT_EQ(lines[6], "150, allocate 4294967295 bytes at " + at7 + ", was, 151, diff, 0");
-    EXPECT_EQ(lines[7], "151, free 4294967295 bytes at " + at7 + ", was, 150, diff, 0");
-    EXPECT_EQ(lines[8], "151, note of 2");
+    int number = std::stoi(lines[1]);
+    for (std::size_t i = 0; i < std::size(expected); ++i)
+        EXPECT_EQ(lines[i + 1], std::to_string(number++) + ", " + expected[i]);
 }
 
 TEST_F(MemoryTrackerTest, CountsWhatItKnowsAndWhatItDoesNot)
@@ -185,22 +108,18 @@ TEST_F(MemoryTrackerTest, CountsWhatItKnowsAndWhatItDoesNot)
     unsigned const count = tracker.allocations();
     {
         MemoryTrackerGuard const on(true);
-        tracker.check_free(nullptr);
-        EXPECT_EQ(tracker.allocations(), count);
-        tracker.check_free(&places[0]); // unknown
-        EXPECT_EQ(tracker.allocations(), count - 1);
-
+        tracker.check_free(nullptr);                                                 // is none
+        tracker.check_free(&places[0]);                                              // unknown
         tracker.check_alloc(static_cast<unsigned long>(0x10000000Aull), &places[1]); // 32 bits of it: 10
         tracker.check_alloc(5, &places[1]);
         EXPECT_EQ(tracker.total(), 15u);
         EXPECT_EQ(tracker.allocations(), count + 1);
         MemoryTracker copy(tracker);
-        tracker.check_free(&places[1]);
-        EXPECT_EQ(tracker.total(), 5u) << "the first size is kept";
-        tracker.check_free(&places[1]);
-        EXPECT_EQ(tracker.total(), 5u);
-        for (unsigned i = 0; i < count + 2; ++i)
-            tracker.check_free(&places[0]);
+        for (unsigned i = 0; i < count + 4; ++i)
+        {
+            tracker.check_free(&places[1]);
+            EXPECT_EQ(tracker.total(), 5u) << "the first size is kept, and goes once";
+        }
         EXPECT_EQ(static_cast<int>(tracker.allocations()), -3) << "the count goes below zero";
 
         MemoryTracker moved(std::move(copy));
@@ -210,10 +129,9 @@ TEST_F(MemoryTrackerTest, CountsWhatItKnowsAndWhatItDoesNot)
         moved.check_free(&places[1]);
         EXPECT_EQ(moved.total(), 5u);
         tracker.check_alloc(20, nullptr); // a failed allocation counts
-        EXPECT_EQ(tracker.total(), 25u);
     }
     tracker.check_alloc(70000, &places[2]);
-    tracker.check_free(&places[2]);
+    tracker.check_free(&places[0]);
     EXPECT_EQ(tracker.total(), 25u) << "nothing is recorded while tracking is off";
     EXPECT_EQ(static_cast<int>(tracker.allocations()), -2);
 }
@@ -221,30 +139,25 @@ TEST_F(MemoryTrackerTest, CountsWhatItKnowsAndWhatItDoesNot)
 TEST_F(MemoryTrackerTest, KnowsEachOfManyBlocks)
 {
     MemoryTracker tracker = MakeTracker();
-    std::map<std::size_t, unsigned long> sizes; // what is live, by its number
+    unsigned long sizes[5000] = {}; // of what is live
     MemoryTrackerGuard const on(true);
     tracker.reset_threshold(0xFFFFFFFF);
     auto const address = [](std::size_t number) {
-        return reinterpret_cast<void*>(number << (number % 2 != 0 ? 4 : 12));
+        return reinterpret_cast<void*>((number + 1) << (number % 2 != 0 ? 12 : 4));
     };
     std::mt19937 random(4096);
     unsigned long total = 0;
     for (int i = 0; i < 100000; ++i)
     {
-        std::size_t const number = random() % 5000 + 1;
-        if (auto const found = sizes.find(number); found != sizes.end())
-        {
+        std::size_t const number = random() % std::size(sizes);
+        unsigned long& size = sizes[number];
+        total -= size;
+        if (size != 0)
             tracker.check_free(address(number));
-            total -= found->second;
-            sizes.erase(found);
-        }
-        else
-        {
-            unsigned long const size = random() % 1000;
+        size = size != 0 ? 0 : random() % 1000 + 1;
+        total += size;
+        if (size != 0)
             tracker.check_alloc(size, address(number));
-            total += size;
-            sizes[number] = size;
-        }
         ASSERT_EQ(tracker.total(), total) << i;
     }
 }
@@ -257,88 +170,47 @@ TEST_F(MemoryTrackerTest, GuardsTurnTrackingOnAndOff)
         EXPECT_EQ(MemoryTracker::state(), MemoryTracker::TrackingOff);
         MemoryTrackerGuard const outer(true);
         EXPECT_EQ(MemoryTracker::state(), MemoryTracker::TrackingOn);
-        {
-            MemoryTrackerGuard const alsoPassive(false);
-        }
+        static_cast<void>(MemoryTrackerGuard(false));
         EXPECT_TRUE(MemoryTracker::instance().tracking());
-        {
-            MemoryTrackerGuard const inner(true);
-        }
+        static_cast<void>(MemoryTrackerGuard(true));
         EXPECT_FALSE(MemoryTracker::instance().tracking()) << "an inner guard turns off what was on";
         MemoryTracker::instance().log("unseen\n");
     }
     EXPECT_THAT(Lines(), ElementsAre(HasSubstr("Memory tracking ON"), HasSubstr("Memory tracking OFF")));
 }
 
-TEST_F(MemoryTrackerTest, TheHeapCallsOfAllModulesPass)
+TEST_F(MemoryTrackerTest, TheHeapCallsOfAllModulesPassAndEverySlotIsPutBack)
 {
-    std::array<void*, 4> blocks = {};
-    std::array<std::string, 4> addresses;
-    {
-        MemoryTrackerGuard const on(true);
-        blocks[0] = std::malloc(20001);
-        blocks[1] = ClientAllocate(20002);
-        blocks[2] = std::calloc(3, 10000);
-        blocks[3] = std::realloc(std::malloc(20003), 50000);
-        std::transform(blocks.begin(), blocks.end(), addresses.begin(), AsText);
-        std::free(blocks[0]);
-        ClientRelease(blocks[1]);
-        std::free(blocks[2]);
-        std::free(blocks[3]);
-    }
-    std::string const text = Text();
-    for (char const* const size : {"20001", "20002", "30000", "20003"})
-        EXPECT_THAT(text, HasSubstr("allocate " + std::string(size) + " bytes")) << size;
-    for (std::size_t const i : {0u, 1u, 2u})
-        EXPECT_THAT(text, HasSubstr("bytes at " + addresses[i] + ", was")) << i;
-    EXPECT_THAT(text, HasSubstr("free 20002 bytes at " + addresses[1] + ", was"));
-}
-
-TEST_F(MemoryTrackerTest, OperatorNewPasses)
-{
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    GTEST_SKIP() << "the sanitizer has an operator new of its own, which does not go through malloc";
-#endif
-    std::string address;
-    {
-        MemoryTrackerGuard const on(true);
-        auto const block = std::make_unique<std::vector<char>>(20005);
-        address = AsText(block->data());
-    }
-    EXPECT_THAT(Text(), HasSubstr("allocate 20005 bytes at " + address));
-    EXPECT_THAT(Text(), HasSubstr("free 20005 bytes at " + address));
-}
-
-TEST_F(MemoryTrackerTest, EverySlotIsPutBack)
-{
-    // Binds what the tracker and this test call besides.
-    {
-        MemoryTrackerGuard const on(true);
-    }
+    static_cast<void>(MemoryTrackerGuard(true)); // binds what the tracker and this test call besides
     AllSlots();
-
-    Slots before;
-    AllSlots(&before);
+    Slots const before = AllSlots();
     Slots during;
-    std::string address;
+    std::vector<std::string> events;
     {
         MemoryTrackerGuard const on(true);
         during = AllSlots();
-        void* const block =
-            ClientAllocate(20001); // through a slot that was not bound, where the host has such
-        address = AsText(block);
-        ClientRelease(block);
+        void* const own = std::malloc(20001);
+        void* const cleared = std::calloc(3, 10000);
+        void* const ofClient = ClientAllocate(20002); // by a slot that was not bound, where the host has such
+        events = {Event("allocate", 20001, own), Event("allocate", 30000, cleared),
+                  Event("allocate", 20002, ofClient), Event("free", 20002, ofClient)};
+        std::free(std::realloc(own, 50000));
+        std::free(cleared);
+        ClientRelease(ofClient);
     }
     Slots const after = AllSlots();
-    EXPECT_THAT(Text(), HasSubstr("allocate 20001 bytes at " + address));
-    EXPECT_THAT(Text(), HasSubstr("free 20001 bytes at " + address));
+    for (std::string const& event : events)
+        EXPECT_THAT(Text(), HasSubstr(event));
 
     std::set<std::uintptr_t> values;
-    for (auto const& [slot, value] : before)
+    for (auto const& [slot, found] : before)
     {
+        auto const [value, ofHeap] = found;
+        if (!ofHeap)
+            continue;
         values.insert(value);
-        EXPECT_NE(during.at(slot), value) << slot;
-        EXPECT_EQ(after.at(slot), value) << slot;
+        EXPECT_NE(during.at(slot).first, value) << slot;
+        EXPECT_EQ(after.at(slot).first, value) << slot;
     }
     EXPECT_GE(values.size(), Platform::WatchHeap({}).size() + unboundSlots);
 }
@@ -346,28 +218,28 @@ TEST_F(MemoryTrackerTest, EverySlotIsPutBack)
 TEST_F(MemoryTrackerTest, ItsOwnHeapTrafficIsNotCounted)
 {
     MemoryTracker& tracker = MemoryTracker::instance();
-    unsigned counts[4] = {};
-    void* block = nullptr;
     MemoryTracker copy = MakeTracker();
+    void* block = nullptr;
+    unsigned before = 0;
+    unsigned after = 0;
     {
         MemoryTrackerGuard const on(true);
         tracker.reset_threshold(0);
-        counts[0] = tracker.allocations();
+        before = tracker.allocations();
         block = std::malloc(5);
         errno = EDOM;
         std::free(block);
         EXPECT_EQ(errno, EDOM) << "writing the line leaves errno alone";
         block = std::malloc(6);
-        counts[1] = tracker.allocations();
+        after = tracker.allocations();
         tracker.reset_threshold(MemoryTracker::THRESHOLD);
         copy = tracker; // copies the table that its own nodes would go into
-        counts[2] = static_cast<unsigned>(copy.total());
+        unsigned long const total = copy.total();
         copy.check_free(block);
-        counts[3] = static_cast<unsigned>(copy.total());
+        EXPECT_EQ(copy.total(), total - 6);
     }
-    EXPECT_EQ(counts[1], counts[0] + 1);
+    EXPECT_EQ(after, before + 1);
     EXPECT_EQ(Text().find("bytes", Text().find("allocate 6 bytes") + 12), std::string::npos) << Text();
-    EXPECT_EQ(counts[3], counts[2] - 6);
     std::free(block);
 }
 
@@ -375,19 +247,14 @@ TEST_F(MemoryTrackerTest, ThreadsUseTheHeapWhileTrackingGoesOnAndOff)
 {
     MemoryTracker::instance().reset_threshold(0xFFFFFFFF); // no lines but those of the guards
     std::atomic<bool> stop = false;
-    std::atomic<int> damaged = 0;
     std::vector<std::thread> threads;
-    for (unsigned number = 0; number < 8; ++number)
-        threads.emplace_back([&, number] {
-            std::vector<std::string> kept(64);
+    for (int number = 0; number < 8; ++number)
+        threads.emplace_back([&] {
+            std::vector<std::string> kept(64); // from before tracking goes on or off until after
             for (std::size_t i = 0; !stop; ++i)
             {
-                std::string& text = kept[i % kept.size()];
-                if (text != std::string(text.size(), static_cast<char>('a' + number)))
-                    ++damaged;
-                text = std::string(16 + i % 3000, static_cast<char>('a' + number));
-                void* const block = std::realloc(std::calloc(i % 50 + 1, 8), i % 7000 + 1);
-                std::free(block);
+                kept[i % kept.size()] = std::string(16 + i % 3000, 'x');
+                std::free(std::realloc(std::calloc(i % 50 + 1, 8), i % 7000 + 1));
                 std::this_thread::yield();
             }
         });
@@ -400,7 +267,6 @@ TEST_F(MemoryTrackerTest, ThreadsUseTheHeapWhileTrackingGoesOnAndOff)
     stop = true;
     for (std::thread& thread : threads)
         thread.join();
-    EXPECT_EQ(damaged, 0);
     EXPECT_EQ(Lines().size(), 2u * rounds);
 }
 
@@ -411,17 +277,17 @@ TEST_F(MemoryTrackerDeathTest, TheFirstLineOfAProcessEmptiesTheFile)
     auto const writeAndCheck = [] {
         std::ofstream(FileName()) << "1, 2, an earlier process\n";
         MemoryTracker::instance().reset_threshold(0); // the first line's own traffic has lines as well
-        {
-            MemoryTrackerGuard const on(true);
-        }
-        std::vector<std::string> const lines = Lines();
-        std::vector<bool> seen(lines.size() + 1);
-        for (std::string const& line : lines)
-            seen.at(static_cast<std::size_t>(std::stoi(line))) = true;
-        bool const whole = std::count(seen.begin(), seen.end(), true) == static_cast<int>(lines.size());
+        static_cast<void>(MemoryTrackerGuard(true));
+        std::set<int> numbers;
+        for (std::string const& line : Lines())
+            numbers.insert(std::stoi(line));
+        auto const count = static_cast<int>(Lines().size());
+        bool const whole =
+            count > 1 && std::ssize(numbers) == count && *numbers.begin() == 1 && *numbers.rbegin() == count;
+        std::string const text = Text();
         bool const fresh =
-            Text().find("earlier") == std::string::npos && Text().find("ON\n") < Text().find("OFF\n");
-        std::exit(whole && fresh && lines.size() >= 2 ? 0 : 1);
+            text.find("earlier") == std::string::npos && text.find("ON\n") < text.find("OFF\n");
+        std::exit(whole && fresh ? 0 : 1);
     };
     EXPECT_EXIT(writeAndCheck(), ::testing::ExitedWithCode(0), "");
 }
@@ -445,18 +311,20 @@ TEST_F(MemoryTrackerDeathTest, AProcessMayEndWhileTrackingIsOn)
 #if __has_include(<dlfcn.h>)
 TEST_F(MemoryTrackerTest, ModulesMayComeAndGo)
 {
-    using Allocate = void* (*)(std::size_t);
-    void* library = ::dlopen(ORV_TEST_LATE_CLIENT, RTLD_LAZY);
-    ASSERT_NE(library, nullptr) << ::dlerror();
+    void* library = nullptr;
+    auto const use = [&](std::size_t size) {
+        ASSERT_NE(library, nullptr) << ::dlerror();
+        std::free(reinterpret_cast<decltype(&ClientAllocate)>(::dlsym(library, "ClientAllocate"))(size));
+    };
+    library = ::dlopen(ORV_TEST_LATE_CLIENT, RTLD_LAZY);
     {
         MemoryTrackerGuard const on(true);
-        std::free(reinterpret_cast<Allocate>(::dlsym(library, "ClientAllocate"))(30001));
+        use(30001);
         ::dlclose(library);
         library = ::dlopen(ORV_TEST_LATE_CLIENT, RTLD_NOW);
-        ASSERT_NE(library, nullptr) << ::dlerror();
-        std::free(reinterpret_cast<Allocate>(::dlsym(library, "ClientAllocate"))(30002));
+        use(30002);
     }
-    std::free(reinterpret_cast<Allocate>(::dlsym(library, "ClientAllocate"))(30003));
+    use(30003);
     ::dlclose(library);
     EXPECT_THAT(Text(), HasSubstr("allocate 30001 bytes"));
     EXPECT_THAT(Text(), Not(HasSubstr("allocate 30002 bytes"))) << "not redirected: loaded later";

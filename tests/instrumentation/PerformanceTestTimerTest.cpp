@@ -2,12 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 #include <set>
 #include <stdexcept>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace Zan::Orv::Core::Service::Tests {
 namespace {
@@ -19,31 +18,25 @@ public:
     ~Journal() override { PerformanceTestControl::setRecorder(nullptr); }
 
     std::string name() const override { return "Journal"; }
-    void startTest(std::string const& testName) override { calls_.push_back("test " + testName); }
-    void stopTest(std::string const& testName) override { calls_.push_back("end test " + testName); }
+    void startTest(std::string const& testName) override { calls += "test " + testName + ", "; }
+    void stopTest(std::string const& testName) override { calls += "end " + testName + ", "; }
     void const* getSectionID(std::string const& label, char const* file, int line) override
     {
-        calls_.push_back("look up " + label + (file == std::string(__FILE__) && line > 0 ? "" : " nowhere"));
-        return &*labels_.insert(label).first;
+        calls += "look up " + label + (file == std::string(__FILE__) && line > 0 ? ", " : " nowhere, ");
+        return &*labels.insert(label).first;
     }
     std::string getSectionLabel(void const* id) override
     {
-        for (std::string const& label : labels_)
-            if (&label == id)
-                return label;
-        return "FOREIGN";
+        auto const found = std::find_if(labels.begin(), labels.end(),
+                                        [id](std::string const& label) { return &label == id; });
+        return found != labels.end() ? *found : "FOREIGN";
     }
-    void startSection(void const* id) override { calls_.push_back("start " + getSectionLabel(id)); }
-    void stopSection(void const* id) override { calls_.push_back("stop " + getSectionLabel(id)); }
+    void startSection(void const* id) override { calls += getSectionLabel(id) + " starts, "; }
+    void stopSection(void const* id) override { calls += getSectionLabel(id) + " stops, "; }
 
-    std::vector<std::string> TakeCalls() { return std::exchange(calls_, {}); }
-
-private:
-    std::vector<std::string> calls_;
-    std::set<std::string> labels_;
+    std::string calls;
+    std::set<std::string> labels;
 };
-
-using Calls = std::vector<std::string>;
 
 void RunMarkedPlace()
 {
@@ -55,17 +48,16 @@ TEST(PerformanceTestTimer, DoesNothingWithoutRecorder)
 {
     EXPECT_EQ(PerformanceTestControl::recorder(), nullptr);
     EXPECT_EQ(PerformanceTestControl::getSectionID("a", __FILE__, __LINE__), nullptr);
-    PerformanceTestControl const test("t");
     {
+        PerformanceTestControl const test("t");
         PerformanceTestTimer const byLabel("a", __FILE__, __LINE__);
         PerformanceTestTimer const byId(nullptr);
         RunMarkedPlace();
     }
     Journal journal;
     PerformanceTestControl::setRecorder(&journal);
-    EXPECT_EQ((std::optional<PerformanceTestControl>("u").reset(), journal.TakeCalls()),
-              (Calls{"test u", "end test u"}))
-        << "t never ran";
+    std::optional<PerformanceTestControl>("u").reset();
+    EXPECT_EQ(journal.calls, "test u, end u, ") << "t never ran";
 }
 
 TEST(PerformanceTestTimer, ScopesForwardInTheirOrder)
@@ -84,15 +76,13 @@ TEST(PerformanceTestTimer, ScopesForwardInTheirOrder)
     }
     catch (std::runtime_error const&)
     {}
-    EXPECT_EQ(journal.TakeCalls(),
-              (Calls{"test t", "look up a", "start a", "look up b", "start b", "stop b", "start b", "stop b",
-                     "look up a", "start a", "stop a", "stop a", "end test t"}));
-
     std::optional<PerformanceTestControl> first("t");
     std::optional<PerformanceTestControl> second("u");
     first.reset(); // stops what runs
     second.reset();
-    EXPECT_EQ(journal.TakeCalls(), (Calls{"test t", "end test t", "test u", "end test u"}));
+    EXPECT_EQ(journal.calls, "test t, look up a, a starts, look up b, b starts, b stops, b starts, b stops, "
+                             "look up a, a starts, a stops, a stops, end t, "
+                             "test t, end t, test u, end u, ");
 }
 
 TEST(PerformanceTestTimer, MarkedPlaceNeverGivesAnIdToAnotherRecorder)
@@ -106,12 +96,12 @@ TEST(PerformanceTestTimer, MarkedPlaceNeverGivesAnIdToAnotherRecorder)
         for (Journal* const journal : {&*first, &second, &*first})
         {
             PerformanceTestControl::setRecorder(journal);
+            journal->calls.clear();
             RunMarkedPlace();
-            EXPECT_EQ(journal->TakeCalls(), (Calls{"look up outer", "start outer", "look up inner",
-                                                   "start inner", "stop inner", "stop outer"}));
             RunMarkedPlace();
-            EXPECT_EQ(journal->TakeCalls(),
-                      (Calls{"start outer", "start inner", "stop inner", "stop outer"}));
+            EXPECT_EQ(journal->calls,
+                      "look up outer, outer starts, look up inner, inner starts, inner stops, outer stops, "
+                      "outer starts, inner starts, inner stops, outer stops, ");
         }
     }
 }

@@ -1,19 +1,20 @@
 #include "orv/instrumentation/SimplePerformanceTestRecorder.h"
 #include "orv/instrumentation/internal/WallClock.h"
 
+#include "tests/support/TemporaryDirectory.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <locale>
 #include <memory>
-#include <random>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <utility>
 
 namespace Zan::Orv::Core::Service::Tests {
@@ -21,58 +22,29 @@ namespace {
 
 using Recorder = SimplePerformanceTestRecorder;
 
-// Lets the test say what time it is.
-class SetClock
+std::string ReadFile(std::string const& path)
 {
-public:
-    SetClock()
-    {
-        Internal::wallTimeMillis = [] { return now; };
-    }
-    SetClock(SetClock const&) = delete;
-    SetClock& operator=(SetClock const&) = delete;
-    ~SetClock() { Internal::wallTimeMillis = before_; }
-
-    static inline long long now = 0;
-
-private:
-    long long (*before_)() = Internal::wallTimeMillis;
-};
-
-struct TemporaryFile
-{
-    std::filesystem::path const path =
-        std::filesystem::temp_directory_path() / ("orv-report-" + std::to_string(std::random_device()()));
-    ~TemporaryFile() { std::filesystem::remove(path); }
-
-    std::string Read() const
-    {
-        std::ifstream in(path);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-};
+    std::ifstream in(path);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
 
 // The report but for its heading.
 std::string Report(Recorder& recorder)
 {
-    TemporaryFile const file;
-    recorder.writeResultsToFile(file.path.string());
+    TemporaryDirectory const folder;
+    recorder.writeResultsToFile(folder / "report");
+    std::string const report = ReadFile(folder / "report");
     std::string const heading = "PERFORMANCE RESULTS\n";
-    std::string const report = file.Read();
-    EXPECT_EQ(report.substr(0, heading.size()), heading);
-    return report.substr(std::min(heading.size(), report.size()));
+    return report.starts_with(heading) ? report.substr(heading.size()) : "no heading: " + report;
 }
 
-void const* Id(std::uintptr_t number)
-{
-    return reinterpret_cast<void const*>(number);
-}
-
-// Plays a script of steps "<time> <verb> <name>".
+// Plays a script of steps "<time> <verb> <name>". The steps say what time it is.
 void Play(Recorder& recorder, std::string const& script)
 {
+    static long long now = 0;
+    auto* const clock = std::exchange(Internal::wallTimeMillis, [] { return now; });
     std::istringstream steps(script);
-    for (std::string verb, name; steps >> SetClock::now >> verb >> name;)
+    for (std::string verb, name; steps >> now >> verb >> name;)
     {
         if (verb == "test")
             recorder.startTest(name);
@@ -80,16 +52,14 @@ void Play(Recorder& recorder, std::string const& script)
             recorder.stopTest(name);
         else if (verb == "in")
             recorder.startSection(recorder.getSectionID(name, nullptr, 0));
-        else if (verb == "out")
-            recorder.stopSection(recorder.getSectionID(name, nullptr, 0));
         else
-            FAIL() << verb;
+            recorder.stopSection(recorder.getSectionID(name, nullptr, 0));
     }
+    Internal::wallTimeMillis = clock;
 }
 
 TEST(SimplePerformanceTestRecorder, ReportsTheTreeOfEachTest)
 {
-    SetClock const clock;
     std::pair<char const*, char const*> const cases[] = {
         // A path is a line, a label is not. A section may be inside itself.
         {"10 test t 20 in a 21 in b 23 out b 30 out a 31 in b 35 in b 36 out b 41 out b"
@@ -129,13 +99,13 @@ TEST(SimplePerformanceTestRecorder, NumbersLabelsFromOne)
     Recorder recorder;
     EXPECT_EQ(recorder.name(), "SimplePerformanceTestRecorder");
     recorder.startTest("t");
-    EXPECT_EQ(recorder.getSectionID("a", "file", 1), Id(2));
-    EXPECT_EQ(recorder.getSectionID("", nullptr, 0), Id(3));
-    EXPECT_EQ(recorder.getSectionID("a", "other file", 2), Id(2));
-    EXPECT_EQ(recorder.getSectionID("t", nullptr, 0), Id(1));
+    recorder.getSectionID("a", "file", 1);
+    recorder.getSectionID("", nullptr, 0);
+    EXPECT_EQ(recorder.getSectionID("t", nullptr, 0), reinterpret_cast<void const*>(std::uintptr_t{1}));
+    EXPECT_EQ(recorder.getSectionID("a", "other file", 2), reinterpret_cast<void const*>(std::uintptr_t{2}));
     std::string const labels[] = {"UNKNOWN", "t", "a", "", "UNKNOWN"};
-    for (std::uintptr_t number = 0; number < std::size(labels); ++number)
-        EXPECT_EQ(recorder.getSectionLabel(Id(number)), labels[number]) << number;
+    for (std::uintptr_t id = 0; id < std::size(labels); ++id)
+        EXPECT_EQ(recorder.getSectionLabel(reinterpret_cast<void const*>(id)), labels[id]) << id;
     EXPECT_EQ(recorder.getSectionLabel(&recorder), "UNKNOWN");
 }
 
@@ -151,7 +121,6 @@ TEST(SimplePerformanceTestRecorder, LetsADerivedRecorderSpeak)
         }
         std::string stopped;
     };
-    SetClock const clock;
     Derived recorder;
     Play(recorder, "0 test t 0 in a 0 end t");
     EXPECT_EQ(recorder.stopped, "a!t!");
@@ -161,7 +130,6 @@ TEST(SimplePerformanceTestRecorder, LetsADerivedRecorderSpeak)
 
 TEST(SimplePerformanceTestRecorder, CopiesShareTheirSections)
 {
-    SetClock const clock;
     auto original = std::make_unique<Recorder>();
     Play(*original, "0 test t 1 in a");
     Recorder copy(*original);
@@ -174,18 +142,19 @@ TEST(SimplePerformanceTestRecorder, CopiesShareTheirSections)
 
 TEST(SimplePerformanceTestRecorder, TouchesNoFileWithoutATest)
 {
-    TemporaryFile const file;
+    TemporaryDirectory const folder;
+    std::string const file = folder / "report";
     Recorder recorder;
-    recorder.writeResultsToFile(file.path.string());
-    EXPECT_FALSE(std::filesystem::exists(file.path));
+    recorder.writeResultsToFile(file);
+    EXPECT_FALSE(std::ifstream(file).is_open());
 
-    std::ofstream(file.path) << std::string(1000, '?');
-    recorder.writeResultsToFile(file.path.string());
-    EXPECT_EQ(file.Read().size(), 1000u);
+    folder.Write("report", std::string(1000, '?'));
+    recorder.writeResultsToFile(file);
+    EXPECT_EQ(ReadFile(file).size(), 1000u);
     recorder.startTest("t");
-    recorder.writeResultsToFile((file.path / "no folder").string()); // not reported
-    recorder.writeResultsToFile(file.path.string());
-    EXPECT_EQ(file.Read(), "PERFORMANCE RESULTS\nTEST t\n    SECTION t, time 0, hits 1\n");
+    recorder.writeResultsToFile(file + "/no folder"); // not reported
+    recorder.writeResultsToFile(file);
+    EXPECT_EQ(ReadFile(file), "PERFORMANCE RESULTS\nTEST t\n    SECTION t, time 0, hits 1\n");
 }
 
 TEST(SimplePerformanceTestRecorder, WritesPlainNumbersInAnyLocale)
@@ -194,7 +163,6 @@ TEST(SimplePerformanceTestRecorder, WritesPlainNumbersInAnyLocale)
     {
         std::string do_grouping() const override { return "\3"; }
     };
-    SetClock const clock;
     Recorder recorder;
     Play(recorder, "0 test t 1234567 end t");
     std::locale const before = std::locale::global(std::locale(std::locale::classic(), new Grouping));
@@ -205,41 +173,33 @@ TEST(SimplePerformanceTestRecorder, WritesPlainNumbersInAnyLocale)
 // Each level would take some hundred bytes of the stack if the tree were walked by calls.
 TEST(SimplePerformanceTestRecorder, SurvivesDeepTrees)
 {
-    TemporaryFile const file;
-    for (int const depth : {2'000, 100'000})
+    std::string report;
+    for (int const depth : {100'000, 2'000})
     {
         Recorder recorder;
         recorder.startTest("t");
         void const* const id = recorder.getSectionID("a", nullptr, 0);
         for (int level = 2; level <= depth; ++level)
             recorder.startSection(id);
-        Recorder const copy = recorder;
+        Recorder copy = recorder;
         if (depth == 2'000) // the report of the other would have 20 GB
-            recorder.writeResultsToFile(file.path.string());
+            report = Report(copy);
     }
-    std::string const report = file.Read();
-    EXPECT_EQ(std::count(report.begin(), report.end(), '\n'), 2 + 2'000);
-    EXPECT_NE(report.find('\n' + std::string(4 * 2'000, ' ') + "SECTION a, time 0, hits 1\n"),
-              std::string::npos);
+    EXPECT_EQ(std::count(report.begin(), report.end(), '\n'), 1 + 2'000);
+    EXPECT_TRUE(report.ends_with('\n' + std::string(4 * 2'000, ' ') + "SECTION a, time 0, hits 1\n"));
 }
 
 TEST(SimplePerformanceTestRecorder, ClockCountsMillisecondsOfWallTime)
 {
-    auto const now = [] {
-        auto const sinceEpoch = std::chrono::steady_clock::now().time_since_epoch();
-        return std::chrono::duration_cast<std::chrono::milliseconds>(sinceEpoch).count();
-    };
-    constexpr long long tick = 20; // more than that of any host
-    auto const before = now();
+    using namespace std::chrono;
+    auto const before = steady_clock::now();
     long long const start = Internal::wallTimeMillis();
-    auto const after = now();
-    while (now() - after < 50)
-        ;
-    auto const atLeast = now() - after;
-    long long const counted = Internal::wallTimeMillis() - start;
+    std::this_thread::sleep_for(50ms);
+    auto const counted = milliseconds(Internal::wallTimeMillis() - start);
+    constexpr milliseconds tick = 20ms; // more than that of any host
     EXPECT_GE(start, 0);
-    EXPECT_GE(counted, atLeast - tick);
-    EXPECT_LE(counted, now() - before + tick);
+    EXPECT_GE(counted, 50ms - tick);
+    EXPECT_LE(counted, steady_clock::now() - before + tick);
 }
 
 } // namespace
