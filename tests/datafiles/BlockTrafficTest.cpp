@@ -33,9 +33,9 @@ struct Host
 
 std::string Bytes(long long position, long long count)
 {
-    std::string bytes;
-    for (long long const end = position + count; position < end; ++position)
-        bytes += static_cast<char>((static_cast<unsigned long long>(position) * 0x9E3779B97F4A7C15u) >> 56);
+    std::string bytes(static_cast<std::size_t>(count), ' ');
+    for (char& byte : bytes)
+        byte = static_cast<char>((static_cast<unsigned long long>(position++) * 0x9E3779B97F4A7C15u) >> 56);
     return bytes;
 }
 

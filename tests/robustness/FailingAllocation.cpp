@@ -29,9 +29,7 @@ bool MustFail()
 void* Allocate(std::size_t size)
 {
     void* const memory = MustFail() ? nullptr : std::malloc(size != 0 ? size : 1);
-    if (memory == nullptr)
-        throw std::bad_alloc();
-    ++liveBlocks;
+    liveBlocks += memory != nullptr ? 1 : 0;
     return memory;
 }
 
@@ -70,7 +68,10 @@ bool FailingAllocation::HasFailed() const
 
 void* operator new(std::size_t size)
 {
-    return Zan::Orv::Core::Service::Tests::Allocate(size);
+    void* const memory = operator new(size, std::nothrow);
+    if (memory == nullptr)
+        throw std::bad_alloc();
+    return memory;
 }
 
 void* operator new[](std::size_t size)
@@ -80,14 +81,7 @@ void* operator new[](std::size_t size)
 
 void* operator new(std::size_t size, std::nothrow_t const&) noexcept
 {
-    try
-    {
-        return operator new(size);
-    }
-    catch (std::bad_alloc const&)
-    {
-        return nullptr;
-    }
+    return Zan::Orv::Core::Service::Tests::Allocate(size);
 }
 
 void* operator new[](std::size_t size, std::nothrow_t const& nothrow) noexcept

@@ -1,3 +1,4 @@
+#include "orv/instrumentation/PerformanceTestTimer.h"
 #include "orv/instrumentation/SimplePerformanceTestRecorder.h"
 #include "orv/instrumentation/internal/WallClock.h"
 
@@ -12,7 +13,10 @@
 #include <iterator>
 #include <locale>
 #include <memory>
+#include <optional>
+#include <set>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <utility>
@@ -58,8 +62,16 @@ void Play(Recorder& recorder, std::string const& script)
     Internal::wallTimeMillis = clock;
 }
 
+// Writes numbers in groups.
+struct Grouping : std::numpunct<char>
+{
+    std::string do_grouping() const override { return "\3"; }
+};
+
+// By plain numbers, in any locale.
 TEST(SimplePerformanceTestRecorder, ReportsTheTreeOfEachTest)
 {
+    std::locale const before = std::locale::global(std::locale(std::locale::classic(), new Grouping));
     std::pair<char const*, char const*> const cases[] = {
         // A path is a line, a label is not. A section may be inside itself.
         {"10 test t 20 in a 21 in b 23 out b 30 out a 31 in b 35 in b 36 out b 41 out b"
@@ -79,8 +91,8 @@ TEST(SimplePerformanceTestRecorder, ReportsTheTreeOfEachTest)
         {"0 in a 1 in b 2 out b 3 test t 4 end t 5 in a 6 out a 7 out a",
          "TEST t\n    SECTION t, time 1, hits 1\n"},
         // What is open counts up to its last stop.
-        {"0 test t 1 in a 3 out a 4 in a",
-         "TEST t\n    SECTION t, time 0, hits 1\n        SECTION a, time 2, hits 2\n"},
+        {"0 test t 1 in a 1234568 out a 1234569 in a",
+         "TEST t\n    SECTION t, time 0, hits 1\n        SECTION a, time 1234567, hits 2\n"},
         // A test that starts inside another is none of its sections. Both end together.
         {"0 test t 1 in a 2 test u 3 in a 5 end u 6 in b",
          "TEST t\n    SECTION t, time 5, hits 1\n        SECTION a, time 4, hits 1\n"
@@ -92,6 +104,7 @@ TEST(SimplePerformanceTestRecorder, ReportsTheTreeOfEachTest)
         for (int i = 0; i < 2; ++i)
             EXPECT_EQ(Report(recorder), report) << script;
     }
+    std::locale::global(before);
 }
 
 TEST(SimplePerformanceTestRecorder, NumbersLabelsFromOne)
@@ -157,19 +170,6 @@ TEST(SimplePerformanceTestRecorder, TouchesNoFileWithoutATest)
     EXPECT_EQ(ReadFile(file), "PERFORMANCE RESULTS\nTEST t\n    SECTION t, time 0, hits 1\n");
 }
 
-TEST(SimplePerformanceTestRecorder, WritesPlainNumbersInAnyLocale)
-{
-    struct Grouping : std::numpunct<char>
-    {
-        std::string do_grouping() const override { return "\3"; }
-    };
-    Recorder recorder;
-    Play(recorder, "0 test t 1234567 end t");
-    std::locale const before = std::locale::global(std::locale(std::locale::classic(), new Grouping));
-    EXPECT_EQ(Report(recorder), "TEST t\n    SECTION t, time 1234567, hits 1\n");
-    std::locale::global(before);
-}
-
 // Each level would take some hundred bytes of the stack if the tree were walked by calls.
 TEST(SimplePerformanceTestRecorder, SurvivesDeepTrees)
 {
@@ -200,6 +200,101 @@ TEST(SimplePerformanceTestRecorder, ClockCountsMillisecondsOfWallTime)
     EXPECT_GE(start, 0);
     EXPECT_GE(counted, 50ms - tick);
     EXPECT_LE(counted, steady_clock::now() - before + tick);
+}
+
+// The recorder in use while it lives. Notes the calls. Its ids are addresses in itself, good for nobody else.
+class Journal : public IPerformanceTestRecorder
+{
+public:
+    ~Journal() override { PerformanceTestControl::setRecorder(nullptr); }
+
+    std::string name() const override { return "Journal"; }
+    void startTest(std::string const& testName) override { calls += "test " + testName + ", "; }
+    void stopTest(std::string const& testName) override { calls += "end " + testName + ", "; }
+    void const* getSectionID(std::string const& label, char const* file, int line) override
+    {
+        calls += "look up " + label + (file == std::string(__FILE__) && line > 0 ? ", " : " nowhere, ");
+        return &*labels.insert(label).first;
+    }
+    std::string getSectionLabel(void const* id) override
+    {
+        auto const found = std::find_if(labels.begin(), labels.end(),
+                                        [id](std::string const& label) { return &label == id; });
+        return found != labels.end() ? *found : "FOREIGN";
+    }
+    void startSection(void const* id) override { calls += getSectionLabel(id) + " starts, "; }
+    void stopSection(void const* id) override { calls += getSectionLabel(id) + " stops, "; }
+
+    std::string calls;
+    std::set<std::string> labels;
+};
+
+void RunMarkedPlace()
+{
+    ORV_TIME_SECTION("outer");
+    ORV_TIME_SECTION("inner");
+}
+
+TEST(PerformanceTestTimer, DoesNothingWithoutRecorder)
+{
+    EXPECT_EQ(PerformanceTestControl::recorder(), nullptr);
+    EXPECT_EQ(PerformanceTestControl::getSectionID("a", __FILE__, __LINE__), nullptr);
+    {
+        PerformanceTestControl const test("t");
+        PerformanceTestTimer const byLabel("a", __FILE__, __LINE__);
+        PerformanceTestTimer const byId(nullptr);
+        RunMarkedPlace();
+    }
+    Journal journal;
+    PerformanceTestControl::setRecorder(&journal);
+    std::optional<PerformanceTestControl>("u").reset();
+    EXPECT_EQ(journal.calls, "test u, end u, ") << "t never ran";
+}
+
+TEST(PerformanceTestTimer, ScopesForwardInTheirOrder)
+{
+    Journal journal;
+    PerformanceTestControl::setRecorder(&journal);
+    try
+    {
+        PerformanceTestControl const test("t");
+        PerformanceTestTimer const byLabel("a", __FILE__, __LINE__);
+        void const* const id = PerformanceTestControl::getSectionID("b", __FILE__, __LINE__);
+        for (int i = 0; i < 2; ++i)
+            PerformanceTestTimer const byId(id);
+        PerformanceTestTimer const again("a", __FILE__, __LINE__);
+        throw std::runtime_error("through the open sections");
+    }
+    catch (std::runtime_error const&)
+    {}
+    std::optional<PerformanceTestControl> first("t");
+    std::optional<PerformanceTestControl> second("u");
+    first.reset(); // stops what runs
+    second.reset();
+    EXPECT_EQ(journal.calls, "test t, look up a, a starts, look up b, b starts, b stops, b starts, b stops, "
+                             "look up a, a starts, a stops, a stops, end t, "
+                             "test t, end t, test u, end u, ");
+}
+
+TEST(PerformanceTestTimer, MarkedPlaceNeverGivesAnIdToAnotherRecorder)
+{
+    std::optional<Journal> first;
+    for (int round = 0; round < 3; ++round)
+    {
+        RunMarkedPlace(); // must not remember that there was nobody
+        Journal second;
+        first.emplace(); // another one, where the one before was
+        for (Journal* const journal : {&*first, &second, &*first})
+        {
+            PerformanceTestControl::setRecorder(journal);
+            journal->calls.clear();
+            RunMarkedPlace();
+            RunMarkedPlace();
+            EXPECT_EQ(journal->calls,
+                      "look up outer, outer starts, look up inner, inner starts, inner stops, outer stops, "
+                      "outer starts, inner starts, inner stops, outer stops, ");
+        }
+    }
 }
 
 } // namespace
