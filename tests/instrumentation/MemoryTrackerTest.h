@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
@@ -45,13 +46,16 @@ protected:
         return lines;
     }
 
-    /// What a line says of a block, up to the total before.
-    static std::string Event(std::string const& what, unsigned long size, void const* block)
+    /// What a line says of a block, up to the total before. To be made while tracking is off: the text is a block itself.
+    static std::string Event(std::string const& what, unsigned long size, std::uintptr_t address)
     {
         char text[100];
-        std::snprintf(text, sizeof text, "%s %lu bytes at %p, was, ", what.c_str(), size, block);
+        std::snprintf(text, sizeof text, "%s %lu bytes at %p, was, ", what.c_str(), size,
+                      reinterpret_cast<void const*>(address));
         return text;
     }
+
+    static std::uintptr_t Address(void const* block) { return reinterpret_cast<std::uintptr_t>(block); }
 
 private:
     TemporaryDirectory folder_;

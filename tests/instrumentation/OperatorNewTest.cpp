@@ -7,16 +7,14 @@ namespace Zan::Orv::Core::Service::Tests {
 
 TEST_F(MemoryTrackerTest, OperatorNewPasses)
 {
-    std::string allocated;
-    std::string freed;
+    std::uintptr_t address = 0;
     {
         MemoryTrackerGuard const on(true);
         auto const block = std::make_unique<std::vector<char>>(20005);
-        allocated = Event("allocate", 20005, block->data());
-        freed = Event("free", 20005, block->data());
+        address = Address(block->data());
     }
-    EXPECT_THAT(Text(), ::testing::HasSubstr(allocated));
-    EXPECT_THAT(Text(), ::testing::HasSubstr(freed));
+    EXPECT_THAT(Text(), ::testing::HasSubstr(Event("allocate", 20005, address)));
+    EXPECT_THAT(Text(), ::testing::HasSubstr(Event("free", 20005, address)));
 }
 
 } // namespace Zan::Orv::Core::Service::Tests
