@@ -12,7 +12,8 @@ fi
 
 build_packages=(g++ cmake ninja-build ccache "libboost$boost_version-dev" "libboost-filesystem$boost_version-dev" libbz2-dev
   libxerces-c-dev)
-test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev libxml2-utils locales bzip2 python3)
+test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev libxml2-utils locales bzip2 python3
+  gdb)
 
 # step <text>: says what happens now.
 step() {
