@@ -82,8 +82,8 @@ MIN_COUNT = FIRST_DAY * TICKS_PER_DAY
 MAX_COUNT = 5373485 * TICKS_PER_DAY - TICKS_PER_MILLISECOND  # the end of 9999-12-31
 OUTER_COUNT = 4 * 10**18  # where counts saturate
 
-# From the number of a day to that of Python, which begins with the year 1 and ends before the year 10000. Dates come again
-# after 400 years, so they are calculated 400 years earlier.
+# From the number of a day to that of Python, whose calendar ends before the year 10000. Dates come again after 400
+# years, so they are calculated 400 years earlier.
 ORDINAL = -1721425 - 146097
 
 

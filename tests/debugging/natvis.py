@@ -1,6 +1,10 @@
-"""Holds the views for Visual Studio against the classes: every name in an expression is known, and the views of the time
-classes give what the printers do. gdb evaluates the expressions, which are C++."""
+"""Holds the views for Visual Studio against the classes.
 
+Every name in an expression is known, and the views of the time classes give what the printers do. gdb evaluates the
+expressions, which are C++.
+"""
+
+import datetime
 import os
 import re
 import xml.etree.ElementTree
@@ -43,7 +47,7 @@ class View:
 
     def check_names(self):
         for expression in self.expressions:
-            for before, name, call in re.findall(r"(->|\.|)\b([A-Za-z_]\w*)\b(\(\))?", re.sub(r"\d+LL", "", expression)):
+            for before, name, call in re.findall(r"(->|\.|)\b([A-Za-z_]\w*)\b(\(\))?", expression):
                 known = reachable if before else self.intrinsics if call else self.fields | self.variables
                 if name not in known:
                     failures.append(f"{self.name}: {name} is not known in {expression}")
@@ -73,17 +77,21 @@ for element in xml.etree.ElementTree.parse(os.environ["ORV_NATVIS"]).getroot():
     view.check_names()
     views[view.name.removeprefix(NAMESPACE)] = view
 
-times = ["leap", "dates[0]", "dates[1]", "dates[2]", "unset", "end", "year10000", "early", "late", f"*({NAMESPACE}Time*)&bytes"]
+times = ["leap", "dates[0]", "dates[1]", "dates[2]", "unset", "end", "year10000", "early", "late",
+         f"*({NAMESPACE}Time*)&bytes"]
 for kind, variables in {"Time": times, "TimeOffset": ["offset"], "TimePeriod": ["period"]}.items():
     for variable in variables:
         view, printer = views[kind].shown(variable), shown(variable)
         if view != printer:
             failures.append(f"{variable}: the view shows {view}, the printer {printer}")
 
-# A sample, which has no printer of its own: the 59th day after New Year of a leap year.
-blocks = f"(*({NAMESPACE}SampleSeries**)&many.samples_)->blocks_._M_impl._M_start"
-sample = views["SampleSeries::Sample"].shown(f"{blocks}->samples._M_impl._M_start[58]")
-if sample != "2000-02-29 00:00:00.000: 59":
-    failures.append(f"The sample of a leap day shows {sample}")
+# Samples have no printer of their own. Each stands for a day; those at the ends of months are looked at.
+block = f"(*({NAMESPACE}SampleSeries**)&many.samples_)->blocks_._M_impl._M_start"
+for index in range(430):
+    day, next_day = (datetime.date(2000, 1, 2) + datetime.timedelta(index + more) for more in (0, 1))
+    if 1 in (day.day, next_day.day):
+        sample = views["SampleSeries::Sample"].shown(f"{block}->samples._M_impl._M_start[{index}]")
+        if sample != f"{day} 00:00:00.000: {index + 1}":
+            failures.append(f"The sample of {day} shows {sample}")
 
 finish(failures)

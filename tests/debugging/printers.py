@@ -71,6 +71,9 @@ for memory, texts in {
     for name in ("Time", "TimeString", "TimeAverager", "LogMessageArgs", "Directory", "FileName"):
         expect(f"*(Zan::Orv::Core::Service::{name}*)&{memory}", texts.get(name, "<invalid>"))
 
+gdb.execute("set var text.text_._M_string_length = 5")
+expect("text", "<invalid>")
+
 gdb.execute("continue", to_string=True)
 gdb.execute("up", to_string=True)
 expect("*message", 'Warning: "59 weeks have no value"')

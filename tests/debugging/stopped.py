@@ -26,6 +26,7 @@ def shown(expression):
 
 gdb.execute("set width 0")
 gdb.execute("set may-call-functions off")
+gdb.execute("set startup-with-shell off")
 gdb.Breakpoint("Stop")
 try:
     gdb.execute("run")
