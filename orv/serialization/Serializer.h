@@ -37,8 +37,9 @@ class ISerializerImpl;
 /// pointers belongs to the caller, each object once. A raw and a shared pointer to one object store it twice:
 /// use one kind in a graph. Shared objects live at least as long as the serializer.
 ///
-/// Depth. Objects nest on the stack, a few hundred bytes for each level of a chain. A graph too deep for the
-/// thread's stack ends in a `SerializeException`, not in a crash.
+/// Depth. Objects nest on the stack, about 340 bytes for each level of a chain: 24,000 levels on a stack of
+/// 8 MiB, 2,600 on one of 1 MiB. A graph too deep for the thread's stack ends in a `SerializeException`, not
+/// in a crash.
 ///
 /// Failures are exceptions. Nothing is rolled back: a failed read leaves its targets partly filled, and an
 /// object made before the failure stays with the pointer that received it.

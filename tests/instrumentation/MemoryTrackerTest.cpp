@@ -311,6 +311,22 @@ TEST_F(MemoryTrackerDeathTest, AProcessMayEndWhileTrackingIsOn)
 #endif
 
 #if __has_include(<dlfcn.h>)
+TEST_F(MemoryTrackerTest, EveryWayToABlockCounts)
+{
+    void* blocks[3] = {};
+    {
+        MemoryTrackerGuard const on(true);
+        blocks[0] = std::aligned_alloc(64, 20032);
+        EXPECT_EQ(::posix_memalign(&blocks[1], 64, 20001), 0);
+        blocks[2] = std::realloc(std::malloc(20003), 20004);
+        for (void* const block : blocks)
+            std::free(block);
+    }
+    for (std::string const event : {"allocate 20032", "free 20032", "allocate 20001", "free 20001",
+                                    "free 20003", "allocate 20004", "free 20004"})
+        EXPECT_THAT(Text(), HasSubstr(event + " bytes at"));
+}
+
 TEST_F(MemoryTrackerTest, ModulesMayComeAndGo)
 {
     void* library = nullptr;
