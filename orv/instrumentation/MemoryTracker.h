@@ -36,8 +36,8 @@ namespace Zan::Orv::Core::Service {
 /// A module that is loaded later is not redirected: a block that it releases stays in the table. So does a
 /// block that is released while tracking is off.
 ///
-/// A line of the file has its number, the total after the change, and a message. The file is complete up to
-/// the last line, whatever happens to the process:
+/// A line of the file has its number, the total after the change, and a message. The file is whole up to the
+/// last line, whatever happens to the process; that one may be cut where the process was killed in writing it:
 ///
 ///     1, 0, Memory tracking ON
 ///     2, 45112, allocate 20000 bytes at 0x55d0c8a2f2c0, was, 25112, diff, 25112

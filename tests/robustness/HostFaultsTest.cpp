@@ -121,29 +121,32 @@ std::string TrackUntilKilled(TemporaryDirectory const& folder, std::chrono::micr
         for (;;)
             MemoryTracker::instance().log("%s\n", std::string(200, 'x').c_str());
     }
-    while (!boost::filesystem::exists(file))
+    auto const hasBegun = [&] {
+        boost::system::error_code ignored; // of a file that is not there yet
+        return boost::filesystem::exists(file, ignored) && boost::filesystem::file_size(file, ignored) > 0;
+    };
+    while (!hasBegun() && ::waitpid(child, nullptr, WNOHANG) == 0)
         std::this_thread::yield();
     std::this_thread::sleep_for(life);
-    ::kill(child, SIGKILL);
+    EXPECT_EQ(::kill(child, SIGKILL), 0) << "it has ended by itself";
     ::waitpid(child, nullptr, 0);
     return Content(file);
 }
 
-TEST(KilledProcess, LeavesWholeLines)
+// The kernel may cut the line in writing, where a page of memory ends.
+TEST(KilledProcess, LeavesWholeLinesUpToTheLast)
 {
     for (int i = 0; i < 20; ++i)
     {
         TemporaryDirectory const folder;
-        std::string const text = TrackUntilKilled(folder, std::chrono::microseconds(100 * i));
-        std::istringstream lines(text);
+        std::istringstream lines(TrackUntilKilled(folder, std::chrono::microseconds(100 * i)));
         int number = 0;
-        for (std::string line; std::getline(lines, line);)
+        for (std::string line; std::getline(lines, line) && !lines.eof();)
         {
-            ASSERT_FALSE(lines.eof()) << "a line without its end: " << line;
             ASSERT_EQ(line.rfind(std::to_string(++number) + ", ", 0), 0U) << line;
             ASSERT_TRUE(line.size() > 200 || line.ends_with(", Memory tracking ON")) << line;
         }
-        EXPECT_TRUE(number > 0 || i < 10) << text;
+        EXPECT_GT(number, 0);
     }
 }
 
