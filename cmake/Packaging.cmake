@@ -24,7 +24,7 @@ install(FILES
   DESTINATION ${package_folder} COMPONENT development)
 
 if(NOT WIN32)
-  # The file names its folders by its own place, so that the prefix may be moved, as long as all of them lie in the prefix.
+  # The file names its folders by its own place, so that the prefix may be moved, as long as all of them lie in it.
   set(pc_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
   if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR} OR IS_ABSOLUTE ${CMAKE_INSTALL_INCLUDEDIR})
     set(pc_libdir ${CMAKE_INSTALL_FULL_LIBDIR})

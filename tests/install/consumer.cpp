@@ -1,5 +1,5 @@
-// A program outside of the project, in C++17: it links whatever the library exports in different ways (functions, a class
-// to derive from, an error to catch, the paths of Boost), and ends with 0 when all of them worked.
+// A program outside of the project, in C++17. It uses what is exported in different ways (functions, a class to derive
+// from, an error to catch, the paths of Boost), and ends with 0 when all of them worked.
 
 #include "orv/files/FileSystemUtil.h"
 #include "orv/foundation/Exception.h"
