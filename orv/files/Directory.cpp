@@ -3,6 +3,7 @@
 #include "orv/files/internal/TreeCopy.h"
 #include "orv/foundation/Exception.h"
 #include "orv/foundation/Strings.h"
+#include "orv/foundation/internal/Hash.h"
 
 #include <boost/filesystem.hpp>
 
@@ -460,3 +461,9 @@ char Directory::NativeSeparator()
 }
 
 } // namespace Zan::Orv::Core::Service
+
+std::size_t std::hash<Zan::Orv::Core::Service::Directory>::operator()(
+    Zan::Orv::Core::Service::Directory const& directory) const
+{
+    return Zan::Orv::Core::Service::Internal::NoCaseHash(directory.Held().value.string());
+}

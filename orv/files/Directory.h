@@ -2,6 +2,7 @@
 
 #include "orv/Export.h"
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -93,6 +94,7 @@ public:
 
     bool operator==(Directory const& other) const;
     bool operator!=(Directory const& other) const { return !(*this == other); }
+    friend struct std::hash<Directory>;
 
     /// Something of that name exists, be it a file.
     bool Exists() const;
@@ -165,3 +167,11 @@ private:
 };
 
 } // namespace Zan::Orv::Core::Service
+
+/// For unordered containers. By the path without regard to case, as equality is: as there, the C library's locale says
+/// how case folds, and has to stay as long as a container holds paths.
+template<>
+struct ORV_API std::hash<Zan::Orv::Core::Service::Directory>
+{
+    std::size_t operator()(Zan::Orv::Core::Service::Directory const& directory) const;
+};

@@ -1,6 +1,7 @@
 #include "orv/files/FileName.h"
 
 #include "orv/foundation/Strings.h"
+#include "orv/foundation/internal/Hash.h"
 #include "orv/platform/FileStatus.h"
 #include "orv/time/Time.h"
 
@@ -145,3 +146,12 @@ std::string FileName::RemoveExtension(std::string& name)
 }
 
 } // namespace Zan::Orv::Core::Service
+
+std::size_t
+std::hash<Zan::Orv::Core::Service::FileName>::operator()(Zan::Orv::Core::Service::FileName const& name) const
+{
+    return Zan::Orv::Core::Service::Internal::HashOf(
+        std::hash<Zan::Orv::Core::Service::Directory>()(name.directory_),
+        Zan::Orv::Core::Service::Internal::NoCaseHash(name.rootName_),
+        Zan::Orv::Core::Service::Internal::NoCaseHash(name.extension_));
+}

@@ -3,6 +3,7 @@
 #include "orv/Export.h"
 #include "orv/files/Directory.h"
 
+#include <cstddef>
 #include <string>
 
 namespace Zan::Orv::Core::Service {
@@ -67,6 +68,7 @@ public:
 
     bool operator==(FileName const& other) const;
     bool operator!=(FileName const& other) const { return !(*this == other); }
+    friend struct std::hash<FileName>;
     /// The order of `NoCaseStringLess` of the full names.
     bool operator<(FileName const& other) const;
 
@@ -105,3 +107,10 @@ private:
 };
 
 } // namespace Zan::Orv::Core::Service
+
+/// For unordered containers. By the three pieces without regard to case, as equality is; see `Directory`.
+template<>
+struct ORV_API std::hash<Zan::Orv::Core::Service::FileName>
+{
+    std::size_t operator()(Zan::Orv::Core::Service::FileName const& name) const;
+};

@@ -7,7 +7,8 @@
 namespace Zan::Orv::Core::Service {
 
 /// The name of one file, taken apart and folded once, so that a `PathFilter` only compares strings. It is
-/// text: nothing on the disk is looked at, and the directory is not kept.
+/// text: nothing on the disk is looked at, and the directory is not kept. Entries are matched and not compared: there is
+/// neither equality nor a hash.
 ///
 ///     PathCacheEntry const entry("/data/Run1.X0004");
 ///     entry.GetLowercaseExtension();    // .x0004

@@ -1,5 +1,6 @@
 #include "orv/foundation/Strings.h"
 
+#include "orv/foundation/internal/Hash.h"
 #include "orv/platform/LetterCase.h"
 
 #include <algorithm>
@@ -193,6 +194,14 @@ bool NoCaseStringLess(std::string const& a, std::string const& b)
     std::size_t const common = std::min(a.size(), b.size());
     std::size_t const at = NoCaseMismatch(a.data(), b.data(), common);
     return at == common ? a.size() < b.size() : Upper(a[at]) < Upper(b[at]);
+}
+
+std::size_t Internal::NoCaseHash(std::string const& text)
+{
+    std::uint64_t hash = 0xCBF29CE484222325u;
+    for (char const c : text)
+        hash = (hash ^ static_cast<std::uint64_t>(Upper(c))) * 0x100000001B3u;
+    return HashOf(hash);
 }
 
 bool StringEqual(std::string const& a, std::string const& b, bool caseSensitive)

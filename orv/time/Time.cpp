@@ -1,6 +1,7 @@
 #include "orv/time/Time.h"
 
 #include "orv/foundation/Exception.h"
+#include "orv/foundation/internal/Hash.h"
 #include "orv/platform/LocalTime.h"
 #include "orv/serialization/Serializer.h"
 #include "orv/time/TimeFormat.h"
@@ -237,3 +238,9 @@ std::istream& operator>>(std::istream& stream, Time& time)
 }
 
 } // namespace Zan::Orv::Core::Service
+
+std::size_t
+std::hash<Zan::Orv::Core::Service::Time>::operator()(Zan::Orv::Core::Service::Time const& time) const noexcept
+{
+    return Zan::Orv::Core::Service::Internal::HashOf(time - Zan::Orv::Core::Service::Time::MinTime());
+}

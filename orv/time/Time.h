@@ -4,6 +4,7 @@
 #include "orv/serialization/ISerializable.h"
 #include "orv/time/Duration.h"
 
+#include <cstddef>
 #include <iosfwd>
 #include <string>
 
@@ -136,3 +137,10 @@ ORV_API std::ostream& operator<<(std::ostream& stream, Time const& time);
 ORV_API std::istream& operator>>(std::istream& stream, Time& time);
 
 } // namespace Zan::Orv::Core::Service
+
+/// For unordered containers. By the moment.
+template<>
+struct ORV_API std::hash<Zan::Orv::Core::Service::Time>
+{
+    std::size_t operator()(Zan::Orv::Core::Service::Time const& time) const noexcept;
+};

@@ -1,6 +1,7 @@
 #include "orv/time/TimeFrequency.h"
 
 #include "orv/foundation/Exception.h"
+#include "orv/foundation/internal/Hash.h"
 #include "orv/serialization/EnumWrapper.h"
 #include "orv/serialization/Serializer.h"
 #include "orv/time/TimeOffset.h"
@@ -120,3 +121,9 @@ std::istream& operator>>(std::istream& stream, TimeFrequency& frequency)
 }
 
 } // namespace Zan::Orv::Core::Service
+
+std::size_t std::hash<Zan::Orv::Core::Service::TimeFrequency>::operator()(
+    Zan::Orv::Core::Service::TimeFrequency const& frequency) const noexcept
+{
+    return Zan::Orv::Core::Service::Internal::HashOf(frequency.GetValue(), frequency.GetFrequencyUnit());
+}

@@ -3,6 +3,7 @@
 #include "orv/Export.h"
 #include "orv/serialization/ISerializable.h"
 
+#include <cstddef>
 #include <iosfwd>
 #include <map>
 #include <string>
@@ -87,3 +88,10 @@ ORV_API std::istream& operator>>(std::istream& stream, TimeFrequency& frequency)
 ORV_API TimeFrequency ParseTimeFrequency(std::string const& text);
 
 } // namespace Zan::Orv::Core::Service
+
+/// For unordered containers. By both fields, as equality is.
+template<>
+struct ORV_API std::hash<Zan::Orv::Core::Service::TimeFrequency>
+{
+    std::size_t operator()(Zan::Orv::Core::Service::TimeFrequency const& frequency) const noexcept;
+};

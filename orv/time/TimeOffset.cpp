@@ -1,6 +1,7 @@
 #include "orv/time/TimeOffset.h"
 
 #include "orv/foundation/Exception.h"
+#include "orv/foundation/internal/Hash.h"
 #include "orv/serialization/Serializer.h"
 #include "orv/time/Time.h"
 #include "orv/time/internal/Calendar.h"
@@ -234,3 +235,11 @@ std::istream& operator>>(std::istream& stream, TimeOffset& offset)
 }
 
 } // namespace Zan::Orv::Core::Service
+
+std::size_t std::hash<Zan::Orv::Core::Service::TimeOffset>::operator()(
+    Zan::Orv::Core::Service::TimeOffset const& offset) const noexcept
+{
+    return Zan::Orv::Core::Service::Internal::HashOf(offset.GetYears(), offset.GetMonths(), offset.GetDays(),
+                                                     offset.GetHours(), offset.GetMinutes(),
+                                                     offset.GetSeconds(), offset.GetMilliseconds());
+}

@@ -3,6 +3,7 @@
 #include "orv/Export.h"
 #include "orv/serialization/ISerializable.h"
 
+#include <cstddef>
 #include <iosfwd>
 #include <string>
 
@@ -95,3 +96,10 @@ ORV_API std::istream& operator>>(std::istream& stream, TimeOffset& offset);
 ORV_API TimeOffset ParseTimeOffset(std::string const& text);
 
 } // namespace Zan::Orv::Core::Service
+
+/// For unordered containers. By the seven counts.
+template<>
+struct ORV_API std::hash<Zan::Orv::Core::Service::TimeOffset>
+{
+    std::size_t operator()(Zan::Orv::Core::Service::TimeOffset const& offset) const noexcept;
+};

@@ -1,5 +1,6 @@
 #include "orv/time/TimePeriod.h"
 
+#include "orv/foundation/internal/Hash.h"
 #include "orv/serialization/Serializer.h"
 #include "orv/time/TimeOffset.h"
 
@@ -96,3 +97,10 @@ std::istream& operator>>(std::istream& stream, TimePeriod& period)
 }
 
 } // namespace Zan::Orv::Core::Service
+
+std::size_t std::hash<Zan::Orv::Core::Service::TimePeriod>::operator()(
+    Zan::Orv::Core::Service::TimePeriod const& period) const noexcept
+{
+    std::hash<Zan::Orv::Core::Service::Time> const timeHash;
+    return Zan::Orv::Core::Service::Internal::HashOf(timeHash(period.Begin()), timeHash(period.End()));
+}

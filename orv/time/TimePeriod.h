@@ -4,7 +4,9 @@
 #include "orv/serialization/ISerializable.h"
 #include "orv/time/Time.h"
 
+#include <cstddef>
 #include <iosfwd>
+#include <string>
 
 namespace Zan::Orv::Core::Service {
 
@@ -69,3 +71,10 @@ ORV_API std::ostream& operator<<(std::ostream& stream, TimePeriod const& period)
 ORV_API std::istream& operator>>(std::istream& stream, TimePeriod& period);
 
 } // namespace Zan::Orv::Core::Service
+
+/// For unordered containers. By both ends.
+template<>
+struct ORV_API std::hash<Zan::Orv::Core::Service::TimePeriod>
+{
+    std::size_t operator()(Zan::Orv::Core::Service::TimePeriod const& period) const noexcept;
+};

@@ -20,3 +20,9 @@ void TimeString::Serialize(Serializer& serializer)
 }
 
 } // namespace Zan::Orv::Core::Service
+
+std::size_t std::hash<Zan::Orv::Core::Service::TimeString>::operator()(
+    Zan::Orv::Core::Service::TimeString const& time) const
+{
+    return std::hash<std::string>()(time.GetString());
+}

@@ -3,6 +3,7 @@
 #include "orv/Export.h"
 #include "orv/serialization/ISerializable.h"
 
+#include <cstddef>
 #include <string>
 
 namespace Zan::Orv::Core::Service {
@@ -40,3 +41,10 @@ private:
 };
 
 } // namespace Zan::Orv::Core::Service
+
+/// For unordered containers. By the text, as equality is.
+template<>
+struct ORV_API std::hash<Zan::Orv::Core::Service::TimeString>
+{
+    std::size_t operator()(Zan::Orv::Core::Service::TimeString const& time) const;
+};

@@ -1,6 +1,7 @@
 #include "orv/time/YearMonthDay.h"
 
 #include "orv/foundation/Exception.h"
+#include "orv/foundation/internal/Hash.h"
 
 #include <tuple>
 
@@ -38,3 +39,9 @@ bool YearMonthDay::operator<(YearMonthDay const& other) const
 }
 
 } // namespace Zan::Orv::Core::Service
+
+std::size_t std::hash<Zan::Orv::Core::Service::YearMonthDay>::operator()(
+    Zan::Orv::Core::Service::YearMonthDay const& date) const noexcept
+{
+    return Zan::Orv::Core::Service::Internal::HashOf(date.Year(), date.Month(), date.Day());
+}

@@ -2,6 +2,9 @@
 
 #include "orv/Export.h"
 
+#include <cstddef>
+#include <typeindex> // the lightest one that declares std::hash
+
 namespace Zan::Orv::Core::Service {
 
 /// A date as three numbers. Month and day are held to 1..12 and 1..31 and to no more: February 31st and every
@@ -32,3 +35,10 @@ private:
 };
 
 } // namespace Zan::Orv::Core::Service
+
+/// For unordered containers. By the three numbers.
+template<>
+struct ORV_API std::hash<Zan::Orv::Core::Service::YearMonthDay>
+{
+    std::size_t operator()(Zan::Orv::Core::Service::YearMonthDay const& date) const noexcept;
+};
