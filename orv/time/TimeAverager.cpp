@@ -121,6 +121,32 @@ void TimeAverager::addSamplePoint(Time const& time, double value)
         lastTime_ = time;
 }
 
+TimeAverager::SampleRange TimeAverager::getSamples() const
+{
+    return SampleRange(samples_.get());
+}
+
+TimeAverager::SampleIterator::value_type TimeAverager::SampleIterator::operator*() const
+{
+    SampleSeries::Sample const& sample = series_->InBlock(block_)[index_];
+    return {Time::MinTime() += sample.time, sample.value};
+}
+
+TimeAverager::SampleIterator& TimeAverager::SampleIterator::operator++()
+{
+    if (++index_ == series_->InBlock(block_).size())
+    {
+        ++block_;
+        index_ = 0;
+    }
+    return *this;
+}
+
+TimeAverager::SampleIterator TimeAverager::SampleRange::end() const
+{
+    return SampleIterator(series_, series_->BlockCount());
+}
+
 double TimeAverager::getPointValue(Time const& time, TimeSampleStyle style) const
 {
     if (OutOfRange(time))

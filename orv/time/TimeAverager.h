@@ -3,7 +3,11 @@
 #include "orv/Export.h"
 #include "orv/time/Time.h"
 
+#include <cstddef>
+#include <iterator>
 #include <memory>
+#include <string_view> // brings what is said to the ranges of C++20 at the end
+#include <utility>
 
 namespace Zan::Orv::Core::Service {
 
@@ -21,10 +25,15 @@ class TimePeriod;
 /// Where the data say nothing, the answer is `NullValue`: ask `IsNullValue`. A sample may itself be null,
 /// which makes a gap. Samples come in any order; in order of time is the fastest. A sample takes 16 bytes.
 ///
+/// `getSamples` shows the samples themselves.
+///
 /// A value: copies are deep. Reading one from several threads is safe while nobody adds to it.
 class ORV_API TimeAverager
 {
 public:
+    class SampleIterator;
+    class SampleRange;
+
     /// How samples make a function of time.
     enum class TimeSampleStyle
     {
@@ -74,6 +83,14 @@ public:
     /// `time` lies outside the interval or the samples, or neither neighbour lies inside.
     double getNearestPointValue(Time const& time, Time const& from, Time const& to) const;
 
+    /// The samples as pairs of time and value, in order of time, null ones among them:
+    ///
+    ///     for (auto const& [time, value] : rate.getSamples())
+    ///
+    /// They are looked at in place: `addSamplePoint`, an assignment and the end of the averager make the range and its
+    /// iterators invalid.
+    SampleRange getSamples() const;
+
 private:
     double getForwardPointValue(Time const& time) const;
     double getBackwardPointValue(Time const& time) const;
@@ -92,4 +109,71 @@ private:
     Time lastTime_;
 };
 
+/// Walks forward, as often as wanted. Pairs are made on the way, so that there is nothing to keep a reference to: a
+/// forward iterator for C++20, and an input iterator by the stricter words of C++17.
+class ORV_API TimeAverager::SampleIterator
+{
+public:
+    using value_type = std::pair<Time, double>;
+    using reference = value_type;
+    using pointer = void;
+    using difference_type = std::ptrdiff_t;
+    using iterator_category = std::input_iterator_tag;
+    using iterator_concept = std::forward_iterator_tag;
+
+    /// Of no range.
+    SampleIterator() = default;
+
+    value_type operator*() const;
+    SampleIterator& operator++();
+    SampleIterator operator++(int)
+    {
+        SampleIterator const before = *this;
+        ++*this;
+        return before;
+    }
+
+    bool operator==(SampleIterator const& other) const
+    {
+        return block_ == other.block_ && index_ == other.index_ && series_ == other.series_;
+    }
+    bool operator!=(SampleIterator const& other) const { return !(*this == other); }
+
+private:
+    friend class SampleRange;
+
+    SampleIterator(SampleSeries const* series, std::size_t block) : series_(series), block_(block) {}
+
+    SampleSeries const* series_ = nullptr;
+    std::size_t block_ = 0; // the number of blocks at the end
+    std::size_t index_ = 0; // in the block
+};
+
+/// What `getSamples` returns: light, and a view. Its iterators may outlive it.
+class ORV_API TimeAverager::SampleRange
+{
+public:
+    using iterator = SampleIterator;
+    using const_iterator = SampleIterator;
+
+    SampleIterator begin() const { return SampleIterator(series_, 0); }
+    SampleIterator end() const;
+    bool empty() const { return begin() == end(); }
+
+private:
+    friend class TimeAverager;
+
+    explicit SampleRange(SampleSeries const* series) : series_(series) {}
+
+    SampleSeries const* series_;
+};
+
 } // namespace Zan::Orv::Core::Service
+
+#if defined(__cpp_lib_ranges)
+template<>
+inline constexpr bool std::ranges::enable_borrowed_range<Zan::Orv::Core::Service::TimeAverager::SampleRange> =
+    true;
+template<>
+inline constexpr bool std::ranges::enable_view<Zan::Orv::Core::Service::TimeAverager::SampleRange> = true;
+#endif

@@ -29,6 +29,10 @@ public:
     /// The first sample after `time`.
     Iterator UpperBound(long long time) const;
 
+    /// The same samples by position.
+    std::size_t BlockCount() const { return blocks_.size(); }
+    std::vector<Sample> const& InBlock(std::size_t block) const { return blocks_[block].samples; }
+
 private:
     struct Block
     {
