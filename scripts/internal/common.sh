@@ -12,7 +12,8 @@ fi
 
 build_packages=(g++ cmake ninja-build ccache "libboost$boost_version-dev" "libboost-filesystem$boost_version-dev" libbz2-dev
   libxerces-c-dev)
-test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev libxml2-utils locales bzip2 python3 gdb pkgconf)
+test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev libxml2-utils locales bzip2 python3 gdb pkgconf
+  libopenmpi-dev openmpi-bin)
 bench_packages=("${test_packages[@]}" libbenchmark-dev "libboost-date-time$boost_version-dev"
   "libboost-serialization$boost_version-dev" libabsl-dev libhowardhinnant-date-dev libfmt-dev libspdlog-dev libcereal-dev
   libpoco-dev libssl-dev heaptrack numdiff)
