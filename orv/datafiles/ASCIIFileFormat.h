@@ -87,14 +87,16 @@ public:
         HourMinuteSecond = 21 ///< 23:59:59
     };
 
+    /// The description of one column.
     struct DataColumn
     {
-        int columnNumber;
-        ColumnQuantity quantity;
-        std::string unit;
-        ColumnFormat format;
+        int columnNumber;        ///< as the program counts
+        ColumnQuantity quantity; ///< what stands there
+        std::string unit;        ///< in any spelling; the library does not read it
+        ColumnFormat format;     ///< how it is written
     };
 
+    /// All columns of a file.
     using DataColumns = std::vector<DataColumn>;
 
     ASCIIFileFormat();
@@ -109,21 +111,26 @@ public:
     /// The numbers of all columns with this quantity, ascending.
     std::vector<int> GetColumnNumber(ColumnQuantity quantity) const;
 
+    /// \{
     /// Of a column that is not described: an empty text and `Unknown`.
     std::string GetColumnUnit(int columnNumber) const;
     ColumnFormat GetColumnFormat(int columnNumber) const;
     ColumnQuantity GetColumnQuantity(int columnNumber) const;
+    /// \}
 
     /// True when the column is described.
     bool IsColumnNumberAppropriated(int columnNumber) const;
 
+    /// All columns, in ascending order.
     DataColumns const& GetDataColumns() const { return columns_; }
 
+    /// \{
     /// Who changes a number by these disturbs the order until the next `AddDataColumn`.
     DataColumns::iterator DataColumnsBegin() { return columns_.begin(); }
     DataColumns::iterator DataColumnsEnd() { return columns_.end(); }
     DataColumns::const_iterator DataColumnsBegin() const { return columns_.begin(); }
     DataColumns::const_iterator DataColumnsEnd() const { return columns_.end(); }
+    /// \}
 
     /// A copy of the column that the iterator designates.
     DataColumn GetDataColumn(DataColumns::iterator column) const { return *column; }

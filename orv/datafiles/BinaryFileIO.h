@@ -26,6 +26,8 @@ class ORV_API BinaryFileIO
 public:
     BinaryFileIO() = delete;
 
+    /// \{
+    /// True when the reader is good afterwards. `count` is that of elements, and `values` has room for them.
     static bool readChars(BinaryFileReader& reader, char* values, int count);
     static bool readInt32(BinaryFileReader& reader, int& value);
     static bool readFloat32(BinaryFileReader& reader, float& value);
@@ -33,17 +35,23 @@ public:
     static bool readInt32s(BinaryFileReader& reader, int* values, int count);
     static bool readFloat32s(BinaryFileReader& reader, float* values, int count);
     static bool readFloat64s(BinaryFileReader& reader, double* values, int count);
+    /// \}
 
+    /// \{
+    /// True when the stream has no flag set afterwards.
     static bool writeChars(std::ostream& out, char const* values, int count);
     static bool writeInt32(std::ostream& out, int value);
     static bool writeFloat32(std::ostream& out, float value);
     static bool writeFloat64(std::ostream& out, double value);
+    /// \}
 
+    /// \{
     /// \warning These reverse the bytes of the caller's array, and leave them so: afterwards it holds the
     /// order of the file and no numbers. Writing it again would write the wrong order.
     static bool writeInt32s(std::ostream& out, int* values, int count);
     static bool writeFloat32s(std::ostream& out, float* values, int count);
     static bool writeFloat64s(std::ostream& out, double* values, int count);
+    /// \}
 };
 
 } // namespace Zan::Orv::Core::Service

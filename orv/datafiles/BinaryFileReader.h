@@ -16,9 +16,11 @@ public:
     BinaryFileReader& operator=(BinaryFileReader const&) = default;
     virtual ~BinaryFileReader() = default;
 
+    /// \{
     /// The position of the next read, in bytes from the start.
     virtual void seekg(long long const& position) = 0;
     virtual long long tellg() const = 0;
+    /// \}
 
     /// Copies the next `count` bytes to `buffer` and moves the position behind them.
     virtual void read(char* buffer, int count) = 0;

@@ -46,6 +46,7 @@ public:
 
     /// Does not touch the file.
     void seekg(long long const& position) override;
+    /// The position of the next read, also where a seek has led outside.
     long long tellg() const override { return position_; }
 
     /// All or nothing at the end of the file: see above.

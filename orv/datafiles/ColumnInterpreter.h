@@ -22,11 +22,13 @@ public:
         Reservoir = 4 ///< in the rock, at reservoir conditions
     };
 
+    /// For measurements at this place.
     explicit ColumnInterpreter(MeasurementsAt where) : where_(where) {}
     ColumnInterpreter(ColumnInterpreter const&) = default;
     ColumnInterpreter& operator=(ColumnInterpreter const&) = default;
     virtual ~ColumnInterpreter();
 
+    /// Where the measurements were taken.
     MeasurementsAt GetMeasurementsAt() const { return where_; }
 
 private:
@@ -37,6 +39,7 @@ private:
 class ORV_API SurfaceMeasurement : public ColumnInterpreter
 {
 public:
+    /// `text` is kept as it is.
     explicit SurfaceMeasurement(std::string const& text);
     SurfaceMeasurement(SurfaceMeasurement const&) = default;
     SurfaceMeasurement(SurfaceMeasurement&&) = default;
@@ -44,6 +47,7 @@ public:
     SurfaceMeasurement& operator=(SurfaceMeasurement&&) = default;
     ~SurfaceMeasurement() override;
 
+    /// The text that the constructor was given.
     std::string const& GetText() const { return text_; }
 
 private:

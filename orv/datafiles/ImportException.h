@@ -18,6 +18,7 @@ public:
     ImportException& operator=(ImportException const&) = default;
     ~ImportException() override;
 
+    /// The number that the constructor was given.
     int GetLineNo() const { return lineNo_; }
 
 private:

@@ -6,6 +6,7 @@
 #include <type_traits>
 #include <typeinfo>
 
+/// \file
 /// The multicast event: one source holds an ordered list of handlers and calls each with one argument object.
 ///
 ///     struct Progress : DelegateArgs { int percent = 0; };
@@ -66,8 +67,10 @@ template<class C, class T>
 class MemberFuncPtrDelegateHandler : public DelegateHandler<T>
 {
 public:
+    /// What is called.
     using Function = void (C::*)(T*);
 
+    /// `target` is borrowed, and neither may be null.
     MemberFuncPtrDelegateHandler(C* target, Function function) : target_(target), function_(function) {}
 
     void Invoke(DelegateArgs* args) override

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+/// \file
 /// The log: a static front end that turns messages into events. It prints nothing by itself; subscribed
 /// handlers decide (`CErrLogService`, `LogTracker`, or your own).
 ///
@@ -20,10 +21,10 @@ namespace Zan::Orv::Core::Service {
 /// How grave a message is.
 enum class MessageSeverity : std::int32_t
 {
-    Plain = 0,
-    Info = 1,
-    Warning = 2,
-    Error = 3
+    Plain = 0,   ///< without a word for it
+    Info = 1,    ///< worth knowing
+    Warning = 2, ///< the program goes on, perhaps with other results
+    Error = 3    ///< something was not done
 };
 
 /// The event that a message becomes.
@@ -37,7 +38,9 @@ public:
     LogMessageArgs& operator=(LogMessageArgs&&) = default;
     ~LogMessageArgs() override;
 
+    /// How grave the message is.
     MessageSeverity GetSeverity() const { return severity_; }
+    /// The text, without a severity.
     std::string const& GetLogMessage() const { return message_; }
 
 private:
@@ -54,30 +57,38 @@ class ORV_API Log
 public:
     Log() = delete;
 
+    /// \{
     /// `SendLogMessage` with the severity of the letter: error, warning, info.
     static void LogE(char const* message);
     static void LogW(char const* message);
     static void LogI(char const* message);
+    /// \}
 
-    /// The same with a printf format. The text may have at most 9,999 bytes; a longer one ends the process,
+    /// \{
+    /// `SendLogMessage` with a printf format and the severity of the letter: error, warning, info. The text may have at most 9,999 bytes; a longer one ends the process,
     /// on Windows through the C runtime's invalid-parameter handler. Formatting takes place even when the log
     /// is off.
     static void LogEF(char const* format, ...) ORV_PRINTF_FORMAT(1, 2);
     static void LogWF(char const* format, ...) ORV_PRINTF_FORMAT(1, 2);
     static void LogIF(char const* format, ...) ORV_PRINTF_FORMAT(1, 2);
+    /// \}
 
     /// Delivers one message to the thread's handlers, or drops it when the thread's log is off. `message` is
     /// copied and must not be null. Exceptions of handlers reach the caller.
     static void SendLogMessage(char const* message, MessageSeverity severity);
 
+    /// \{
     /// Subscribe and unsubscribe on the calling thread. Both take ownership of `handler`, as `DelegateBase`
     /// does.
     static void addEventHandler(DelegateHandler<LogMessageArgs>* handler);
     static void removeEventHandler(DelegateHandler<LogMessageArgs>* handler);
+    /// \}
 
+    /// \{
     /// The thread's switch, on at the start. For a scope, use `LogEnabler`.
     static void enable(bool on);
     static bool isEnabled();
+    /// \}
 };
 
 } // namespace Zan::Orv::Core::Service

@@ -13,6 +13,7 @@ namespace Zan::Orv::Core::Service {
 class ORV_API LogEnabler
 {
 public:
+    /// Switches the log on for true and off for false.
     explicit LogEnabler(bool enable);
     LogEnabler(LogEnabler const&) = default;
     LogEnabler& operator=(LogEnabler const&) = default;

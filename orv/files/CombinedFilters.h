@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+/// \file
 /// The filters that ask no name: constants, and what combines other filters. Nothing is simplified: what is
 /// created is what stands in the tree.
 
@@ -32,6 +33,7 @@ extern template class ORV_API BasicFilter<1>;
 class ORV_API NotFilter : public PathFilter
 {
 public:
+    /// The filter that is to be contradicted.
     static std::shared_ptr<PathFilter const> Create(std::shared_ptr<PathFilter const> const& filter);
 
     bool operator()(PathCacheEntry const& entry) const override;
@@ -46,6 +48,7 @@ private:
 class ORV_API AndFilter : public PathFilter
 {
 public:
+    /// Of two filters, or of any number.
     static std::shared_ptr<PathFilter const> Create(std::shared_ptr<PathFilter const> const& a,
                                                     std::shared_ptr<PathFilter const> const& b);
     static std::shared_ptr<PathFilter const>
@@ -64,6 +67,7 @@ private:
 class ORV_API OrFilter : public PathFilter
 {
 public:
+    /// Of two or three filters, or of any number.
     static std::shared_ptr<PathFilter const> Create(std::shared_ptr<PathFilter const> const& a,
                                                     std::shared_ptr<PathFilter const> const& b);
     static std::shared_ptr<PathFilter const> Create(std::shared_ptr<PathFilter const> const& a,

@@ -69,19 +69,26 @@ public:
     std::string LeafName() const;
     /// "C:" or "//host".
     std::string RootName() const;
+    /// The separator behind the root name, or at the front.
     std::string RootDirectory() const;
+    /// Root name and root directory together.
     std::string RootPath() const;
     /// Not set when there is none.
     Directory Parent() const;
 
+    /// False for the empty path alone.
     bool IsSet() const;
+    /// \{
+    /// Whether the part of that name is not empty, by the text alone. A relative path is what follows the root.
     bool HasParent() const;
     bool HasRelativePath() const;
     bool HasRootDirectory() const;
     bool HasRootName() const;
     bool HasRootPath() const { return HasRootDirectory() || HasRootName(); }
+    /// \}
     /// Both a root name and a root directory. Where there are no drives only "//host/..." is complete.
     bool IsComplete() const { return HasRootName() && HasRootDirectory(); }
+    /// Neither a root name nor a root directory.
     bool IsRelativePath() const { return !HasRootPath(); }
 
     /// By the text alone. No directory descends from itself. An unset `ancestor` is one of the paths that
@@ -155,7 +162,9 @@ public:
 
     /// The one that `Name()` shows: '\' on Windows, '/' elsewhere.
     static char NativeSeparator();
+    /// "/", on any host.
     static char UnixSeparator() { return '/'; }
+    /// The backslash, on any host.
     static char WindowsSeparator() { return '\\'; }
 
 private:

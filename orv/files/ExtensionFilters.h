@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+/// \file
 /// The filters that ask for the extension of a name, without regard to case. What they were made from, they
 /// give back in lower case.
 
@@ -18,6 +19,7 @@ namespace Zan::Orv::Core::Service {
 class ORV_API ExtensionFilter : public PathFilter
 {
 public:
+    /// Of one, two or three extensions.
     static std::shared_ptr<PathFilter const> Create(std::string const& extension);
     static std::shared_ptr<PathFilter const> Create(std::string const& a, std::string const& b);
     static std::shared_ptr<PathFilter const> Create(std::string const& a, std::string const& b,
@@ -27,6 +29,7 @@ public:
 
     bool operator()(PathCacheEntry const& entry) const override;
 
+    /// In lower case, in the order in which they were given.
     std::vector<std::string> GetExtensions() const { return extensions_; }
 
 private:
@@ -40,11 +43,14 @@ private:
 class ORV_API NumberedExtensionFilter : public PathFilter
 {
 public:
+    /// `alphaCharacter` may be of either case. Any count of digits is allowed.
     static std::shared_ptr<PathFilter const> Create(char alphaCharacter, std::size_t digitsCount);
 
     bool operator()(PathCacheEntry const& entry) const override;
 
+    /// In lower case.
     char GetAlphaCharacter() const { return alphaCharacter_; }
+    /// As it was given.
     std::size_t GetDigitsCount() const { return extensionLength_ - 2; }
 
 private:
@@ -59,11 +65,14 @@ private:
 class ORV_API NumberedStringExtensionFilter : public PathFilter
 {
 public:
+    /// `prefix` may be of any case.
     static std::shared_ptr<PathFilter const> Create(std::string const& prefix, std::size_t digitsCount);
 
     bool operator()(PathCacheEntry const& entry) const override;
 
+    /// In lower case.
     std::string GetPrefix() const { return prefix_; }
+    /// As it was given.
     std::size_t GetDigitsCount() const { return extensionLength_ - prefix_.size() - 1; }
 
 private:

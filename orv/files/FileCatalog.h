@@ -32,6 +32,7 @@ protected:
 
     /// False when filling the list failed. For derived classes: the library only writes it.
     bool isValid_ = true;
+    /// What `GetEntries` shows.
     std::vector<PathCacheEntry> entries_;
 
 private:
@@ -58,6 +59,7 @@ class ORV_API FileCatalog : public FileCatalogBase
 public:
     /// Without a root; nothing is read.
     FileCatalog() = default;
+    /// Reads the directory. Nothing tells that it cannot be read.
     explicit FileCatalog(std::string const& root);
 
 private:

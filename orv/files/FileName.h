@@ -41,17 +41,21 @@ public:
     /// of a name.
     void Set(std::string const& name, bool convertBackslashes);
 
+    /// `Directory::Set` of the directory, with backslashes converted.
     void SetDirectory(std::string const& directory);
     /// Extends the directory.
     /// \throws DirectoryException as `Directory::Append`.
     void AppendDirectory(std::string const& name);
     /// Sets root name and extension from the name of a file: without a dot in it, there is no extension.
     void SetFileName(std::string const& name);
+    /// As it is: a dot in it divides nothing.
     void SetRootName(std::string const& rootName) { rootName_ = rootName; }
     /// Without the dot.
     void SetExtension(std::string const& extension) { extension_ = extension; }
 
+    /// The whole path of the directory.
     std::string GetDirectory() const { return directory_.Name(); }
+    /// The name without directory and extension.
     std::string GetRootName() const { return rootName_; }
     /// Without the dot.
     std::string GetExtension() const { return extension_; }
@@ -60,6 +64,7 @@ public:
     /// The file name in its directory.
     std::string GetFullName() const;
 
+    /// The directory itself, to be asked or changed.
     Directory& Dir() { return directory_; }
     Directory const& Dir() const { return directory_; }
 
@@ -81,6 +86,7 @@ public:
     bool IsFile() const;
     /// `Directory::Accessible()` of the directory; the file itself is not asked about.
     bool FileAccessible() const { return directory_.Accessible(); }
+    /// Both of these.
     bool FileAccessibleAndExists() const { return FileAccessible() && FileExists(); }
     /// In bytes; -1 when it cannot be told.
     long long FileLength() const;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+/// \file
 /// Whole directory trees, for programs that keep their paths in Boost.Filesystem's own type. `Directory` and
 /// `FileName` are the library's types for the same; this class knows neither.
 ///
@@ -28,11 +29,13 @@ public:
     /// exist, and nothing is created.
     FileSystemUtil(boost::filesystem::path const& dataDir, boost::filesystem::path const& workDir);
 
+    /// \{
     /// Absolute, in the host's separators. `relative` is appended as it stands, ".." included.
     boost::filesystem::path getDataDir();
     boost::filesystem::path getDataDir(std::string const& relative);
     boost::filesystem::path getWorkDir();
     boost::filesystem::path getWorkDir(std::string const& relative);
+    /// \}
 
     /// Copies what stands in `source` into `destination` at every depth, over files of the same name. No
     /// directory is created: each one below `source` needs its counterpart below `destination`, and the first

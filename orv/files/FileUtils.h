@@ -82,15 +82,19 @@ public:
     /// no file.
     static long long ComputeLineNumber(FileName const& file, std::streampos const& position);
 
+    /// \{
     /// The functions of `FileName`.
     static void Remove(FileName const& file) { FileName::Remove(file); }
     static void Rename(FileName const& from, FileName const& to) { FileName::Rename(from, to); }
+    /// \}
 };
 
-/// An expression made of a list of extensions, `.*\.(dat|res)\Z` for "dat" and "res", that a name has to
-/// match as a whole. The extensions stand in it as they are, so they may be expressions themselves.
+/// An expression made of a list of extensions, that a name has to match as a whole. For "dat" and "res" it is
 ///
-/// In this grammar, ECMAScript's, "\Z" is the letter: "a.datZ" matches and "a.dat" does not.
+///     .*\.(dat|res)\Z
+///
+/// The extensions stand in it as they are, so they may be expressions themselves. The end is the letter in
+/// this grammar, ECMAScript's: "a.datZ" matches and "a.dat" does not.
 ///
 /// Copies share the expression. Matching is safe on several threads as long as nobody sets the criteria.
 class ORV_API FileUtils::ExtensionMatcher
@@ -115,6 +119,7 @@ private:
 class ORV_API FileUtils::FileNameLess
 {
 public:
+    /// True when `a` comes before `b`.
     bool operator()(std::string const& a, std::string const& b) const;
 };
 

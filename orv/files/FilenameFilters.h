@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+/// \file
 /// The filters that ask for the name itself, without regard to case.
 
 namespace Zan::Orv::Core::Service {

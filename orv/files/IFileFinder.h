@@ -37,6 +37,7 @@ public:
     /// All matches of the first filter that has one.
     virtual std::vector<std::string>
     GetFilesInFilterPriority(std::vector<std::shared_ptr<PathFilter const>> const& filters) const = 0;
+    /// All matches of the filter.
     virtual std::vector<std::string> GetFiles(std::shared_ptr<PathFilter const> const& filter) const = 0;
     /// The matches of each filter, one after the other. A file stands there as often as it is accepted.
     virtual std::vector<std::string> GetAllSingleFilesInFilterPriority(
@@ -45,6 +46,7 @@ public:
     /// the positions are not those of the filters.
     virtual std::vector<std::vector<std::string>>
     GetAllFilesInFilterPriority(std::vector<std::shared_ptr<PathFilter const>> const& filters) const = 0;
+    /// The first match of the filter.
     virtual std::string GetFile(std::shared_ptr<PathFilter const> const& filter) const = 0;
 };
 
@@ -59,6 +61,7 @@ public:
     IFilteredFileFinder& operator=(IFilteredFileFinder&&) = default;
     ~IFilteredFileFinder() override;
 
+    /// What accepts the files that are seen.
     virtual std::shared_ptr<PathFilter const> GetRootFilter() const = 0;
 };
 

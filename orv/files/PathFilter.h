@@ -28,6 +28,7 @@ public:
     PathFilter& operator=(PathFilter const&) = default;
     virtual ~PathFilter();
 
+    /// True when the filter accepts the name.
     virtual bool operator()(PathCacheEntry const& entry) const = 0;
 
 protected:

@@ -12,8 +12,11 @@
     ((condition) ? void()                                                                                    \
                  : ::Zan::Orv::Core::Service::AssertFailure(#condition, __FILE__ ":" ORV_TEXT_OF(__LINE__)))
 
+/// \{
+/// For `ORV_ASSERT` alone.
 #define ORV_TEXT_OF(number) ORV_AS_TEXT(number)
 #define ORV_AS_TEXT(number) #number
+/// \}
 
 namespace Zan::Orv::Core::Service {
 

@@ -26,11 +26,15 @@ public:
     DebugFlags(DebugFlags const&) = delete;
     DebugFlags& operator=(DebugFlags const&) = delete;
 
+    /// The set of the process, for the stream operators.
     static DebugFlags& GetInstance();
 
+    /// \{
+    /// Asks for, sets and resets one flag. Nothing happens to a flag that is so already.
     static bool IsSet(std::string const& flag);
     static void Set(std::string const& flag);
     static void Reset(std::string const& flag);
+    /// \}
 
     /// Resets every flag, those from the environment too.
     static void ResetAll();

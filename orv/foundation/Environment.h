@@ -4,6 +4,7 @@
 
 #include <string>
 
+/// \file
 /// The environment of this process. As safe between threads as the host's own calls, which is: read by many,
 /// or changed by one.
 

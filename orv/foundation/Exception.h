@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 
+/// \file
 /// The exceptions of the library, to be caught by subsystem or all together as `Exception`. Each carries its
 /// text and nothing else; `what` returns the text that the constructor received. Moving one copies it, so
 /// that no object is ever left without its words.
@@ -20,6 +21,7 @@ public:
     ~Exception() override;
 
 protected:
+    /// `message` is what `what` returns.
     explicit Exception(std::string const& message);
 };
 
@@ -27,6 +29,7 @@ protected:
 class ORV_API ServiceException : public Exception
 {
 public:
+    /// `message` is what `what` returns.
     explicit ServiceException(std::string const& message = "ServiceException");
     ServiceException(ServiceException const&) = default;
     ServiceException& operator=(ServiceException const&) = default;
@@ -37,6 +40,7 @@ public:
 class ORV_API DirectoryException : public Exception
 {
 public:
+    /// `message` is what `what` returns.
     explicit DirectoryException(std::string const& message);
     DirectoryException(DirectoryException const&) = default;
     DirectoryException& operator=(DirectoryException const&) = default;
@@ -47,6 +51,7 @@ public:
 class ORV_API SerializeException : public Exception
 {
 public:
+    /// `message` is what `what` returns.
     explicit SerializeException(std::string const& message);
     SerializeException(SerializeException const&) = default;
     SerializeException& operator=(SerializeException const&) = default;
@@ -57,6 +62,7 @@ public:
 class ORV_API TimeException : public Exception
 {
 public:
+    /// `message` is what `what` returns.
     explicit TimeException(std::string const& message);
     TimeException(TimeException const&) = default;
     TimeException& operator=(TimeException const&) = default;

@@ -2,6 +2,7 @@
 
 #include "orv/Export.h"
 
+/// \file
 /// What this build of the library says of itself. All texts are constants that live as long as the library is
 /// loaded. Nothing here fails; but for `UseLaxMatch`, everything is safe on any thread.
 
@@ -14,6 +15,7 @@ ORV_API int GetVersion();
 /// where the build was given its time (`SOURCE_DATE_EPOCH`).
 ORV_API char const* GetBuildTimestamp();
 
+/// \{
 /// The properties of the library file: pairs of texts such as "FileVersion", "5.2017.0.0".
 ///
 ///     for (int i = 0; i < getNumLibProperties(); ++i)
@@ -27,6 +29,7 @@ ORV_API char const* GetBuildTimestamp();
 /// An index out of range gives two empty texts.
 ORV_API int getNumLibProperties();
 ORV_API void getLibProperty(int index, char const*& key, char const*& value);
+/// \}
 
 /// A switch for the code above the library, on at the start. The library keeps it and never looks at it. Not
 /// synchronised: to be used by one thread at a time.

@@ -16,8 +16,8 @@ public:
     template<class T>
     struct Limits
     {
-        static T Min();
-        static T Max();
+        static T Min(); ///< the lowest value
+        static T Max(); ///< the highest value
     };
 
     /// |x| < tol
@@ -36,11 +36,13 @@ public:
     static bool IsAlmostEqual(double a, double b, double tol);
     static bool IsAlmostEqual(float a, float b, float tol);
 
+    /// \{
     /// Equal within `relTol` of the smaller magnitude. Where one of the values is zero, subnormal or smaller
     /// than any normal number, both must lie within `absTol` of zero, and their magnitudes within `relTol` of
     /// each other. The signs of the tolerances do not matter.
     static bool EqD(double a, double b, double relTol, double absTol);
     static bool EqF(float a, float b, float relTol, float absTol);
+    /// \}
 
     /// The number of characters that print `n`, its minus sign included.
     static unsigned int NumOfDigits(long int n);

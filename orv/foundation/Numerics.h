@@ -7,6 +7,7 @@
 #include <limits>
 #include <string>
 
+/// \file
 /// Missing values, classification, and the exact text of a double (IEEE 754 binary64). Every function is safe
 /// on any thread.
 
@@ -48,11 +49,13 @@ inline bool IsNullValue(double value)
     return IsNaN(value);
 }
 
+/// True for positive infinity alone.
 inline bool IsPosInfinity(double value)
 {
     return Detail::MagnitudeBits(value) == Detail::InfinityBits && !(value < 0.0);
 }
 
+/// True for negative infinity alone.
 inline bool IsNegInfinity(double value)
 {
     return Detail::MagnitudeBits(value) == Detail::InfinityBits && value < 0.0;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+/// \file
 /// Functions on strings of bytes. No encoding is assumed: what a letter, a digit or white space is, and how
 /// case folds, is said byte by byte by the C library in the program's locale. In the "C" locale that is ASCII
 /// alone.
@@ -30,6 +31,7 @@ ORV_API bool AllDigits(std::string const& s);
 /// Equal when both are in upper case.
 ORV_API bool NoCaseCharEqual(char a, char b);
 
+/// Equal in length and, by `NoCaseCharEqual`, in each byte.
 ORV_API bool NoCaseStringEqual(std::string const& a, std::string const& b);
 
 /// The lexicographic order of the upper case bytes as unsigned values, fit for ordered containers.
@@ -54,8 +56,11 @@ ORV_API void StringReplace(std::string& s, std::string const& from, std::string 
 /// Replaces every byte `from`. True when there was one, also where it is equal to `to`.
 ORV_API bool StringReplaceChar(std::string& s, char from, char to);
 
+/// \{
+/// Changes every letter to the case of the name, byte by byte.
 ORV_API void StringToLower(std::string& s);
 ORV_API void StringToUpper(std::string& s);
+/// \}
 
 /// Removes blanks from the chosen ends.
 ORV_API void StringTrimBlank(std::string& s, bool leading, bool trailing);

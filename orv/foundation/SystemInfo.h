@@ -4,6 +4,7 @@
 
 #include <string>
 
+/// \file
 /// Facts for the head of a log or a report. Each is found on the first call of its function and never
 /// changes again; the references are valid as long as the library is loaded. Safe on any thread, and without
 /// failures: what cannot be found is empty.

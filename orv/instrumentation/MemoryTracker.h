@@ -55,10 +55,11 @@ namespace Zan::Orv::Core::Service {
 class ORV_API MemoryTracker
 {
 public:
+    /// Whether the heap is tracked.
     enum trackerInitFlag
     {
-        TrackingOff = 0,
-        TrackingOn = 1
+        TrackingOff = 0, ///< nothing is redirected
+        TrackingOn = 1   ///< every loaded module is
     };
 
     /// The threshold of a new tracker, in bytes.
@@ -67,6 +68,7 @@ public:
     /// The tracker that the redirected calls report to. Made on first use, which must be on one thread;
     /// turning tracking on is such a use.
     static MemoryTracker& instance();
+    /// The state of the process. Safe on any thread.
     static trackerInitFlag state();
 
     /// A copy has the table and the figures. It can be driven by hand, and hears of nothing by itself. A move
@@ -103,9 +105,11 @@ public:
     /// Allocations minus releases. Below zero it wraps.
     unsigned int allocations() const { return allocationCount_.load(std::memory_order_relaxed); }
 
+    /// \{
     /// Bytes in use, and the same right after the last logged block.
     unsigned long total() const { return total_.load(std::memory_order_relaxed); }
     unsigned long total_logged() const { return totalLogged_.load(std::memory_order_relaxed); }
+    /// \}
 
 private:
     friend class MemoryTrackerGuard;

@@ -34,6 +34,7 @@ public:
     PerformanceTestControl& operator=(PerformanceTestControl const&) = delete;
     ~PerformanceTestControl();
 
+    /// The recorder that is set, or null.
     static IPerformanceTestRecorder* recorder() { return m_recorder; }
 
     /// Borrows `recorder` until the next call; null turns instrumentation off. To be called while no timer

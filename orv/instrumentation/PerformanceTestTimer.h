@@ -25,8 +25,11 @@
     ::Zan::Orv::Core::Service::PerformanceTestTimer const ORV_WITH_LINE(orvTimer, __LINE__)(                 \
         ORV_WITH_LINE(orvSection, __LINE__))
 
+/// \{
+/// For `ORV_TIME_SECTION` alone.
 #define ORV_WITH_LINE(name, line) ORV_JOINED(name, line)
 #define ORV_JOINED(name, line) name##line
+/// \}
 
 namespace Zan::Orv::Core::Service {
 
@@ -77,6 +80,7 @@ public:
             recorder->startSection(id_);
     }
 
+    /// With the id that the place remembers.
     explicit PerformanceTestTimer(PerformanceTestSection& section) : PerformanceTestTimer(section.id()) {}
 
     /// A label alone, which is no id.

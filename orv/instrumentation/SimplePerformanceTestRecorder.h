@@ -60,9 +60,11 @@ public:
     /// "UNKNOWN" for what is no id.
     std::string getSectionLabel(void const* id) override;
 
+    /// \{
     /// Nothing while no test runs.
     void startSection(void const* id) override;
     void stopSection(void const* id) override;
+    /// \}
 
     /// Replaces the file by the report, or leaves it alone when there was no test. Changes nothing here:
     /// what is open counts up to its last stop. A failure is not reported. Indentation makes the report of a

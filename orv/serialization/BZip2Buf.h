@@ -52,12 +52,14 @@ public:
     void close();
 
 protected:
+    /// Compresses what the put area holds.
     int_type overflow(int_type c = traits_type::eof()) override;
 
     /// \throws std::runtime_error for what is not bzip2, is damaged, or ends before its time. What was
     ///     decompressed of the same block is lost.
     int_type underflow() override;
 
+    /// Compresses what was written, and synchronises the target.
     int sync() override;
 
 private:

@@ -14,15 +14,18 @@ namespace Zan::Orv::Core::Service {
 class ORV_API BZip2Utility
 {
 public:
-    /// \param blockSize100k bzip2's block size, from 1 to 9
-    /// \param verbosity from 0, which is silent, to 4: what bzip2 tells on the standard error stream
-    /// \param workFactor from 0 to 250: how soon repetitive data goes to the slower method; 0 stands for 30
+    /// Compresses `sourceLen` bytes into one bzip2 stream.
+    ///
+    /// - `blockSize100k`: bzip2's block size, from 1 to 9, in units of 100,000 bytes
+    /// - `verbosity`: from 0, which is silent, to 4: what bzip2 tells on the standard error stream
+    /// - `workFactor`: from 0 to 250: how soon repetitive data goes to the slower method; 0 stands for 30
     static int BuffToBuffCompress(char* dest, unsigned int* destLen, char const* source,
                                   unsigned int sourceLen, int blockSize100k, int verbosity, int workFactor);
 
     /// Reads one bzip2 stream; what follows it is ignored. One that ends too early is `BZ_UNEXPECTED_EOF`.
-    /// \param small 1 for less memory at half the speed, or 0
-    /// \param verbosity as above
+    ///
+    /// - `small`: 1 for less memory at half the speed, or 0
+    /// - `verbosity`: as in compressing
     static int BuffToBuffDecompress(char* dest, unsigned int* destLen, char const* source,
                                     unsigned int sourceLen, int small, int verbosity);
 };

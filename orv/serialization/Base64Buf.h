@@ -43,12 +43,14 @@ public:
     ~Base64Buf() override;
 
 protected:
+    /// Encodes what the put area holds.
     int_type overflow(int_type c = traits_type::eof()) override;
 
     /// \throws std::runtime_error for text that ends within a group, and for padding where none can be. What
     ///     was decoded of the same block is lost.
     int_type underflow() override;
 
+    /// Encodes what was written, with padding where a group is not full, and synchronises the target.
     int sync() override;
 
 private:

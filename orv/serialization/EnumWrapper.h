@@ -39,6 +39,7 @@ template<class Map>
 class DefaultEnumConverter : public Map
 {
 public:
+    /// The enumeration.
     using EnumType = typename Map::EnumType;
 
     /// \throws std::runtime_error for a value without a name.
@@ -93,11 +94,15 @@ template<class Converter>
 class EnumWrapper : public ISerializable, public Converter
 {
 public:
+    /// The enumeration.
     using EnumType = typename Converter::EnumType;
 
+    /// Holds a copy of `value`.
     explicit EnumWrapper(EnumType value = EnumType()) : value_(static_cast<std::int32_t>(value)) {}
 
+    /// The value that is held.
     EnumType Get() const { return static_cast<EnumType>(value_); }
+    /// Any value may be set; one without a name cannot be stored.
     void Set(EnumType value) { value_ = static_cast<std::int32_t>(value); }
 
     /// \throws std::runtime_error for a value without a name and for a text that names no value.

@@ -22,6 +22,7 @@ class ISerializable;
 class ORV_API Factory
 {
 public:
+    /// Makes an object, which the caller owns.
     using Creator = ISerializable* (*)();
 
     /// The process's factory, made at the first call.
@@ -58,6 +59,8 @@ template<class T>
 class FactoryRegistrar
 {
 public:
+    /// Registers under this name, which stands in documents.
+    /// \throws SerializeException as `Factory::Register`.
     explicit FactoryRegistrar(std::string const& className) : className_(className)
     {
         Factory::GetFactory().Register(

@@ -24,9 +24,13 @@ public:
     ISerializerImpl& operator=(ISerializerImpl const&) = default;
     virtual ~ISerializerImpl();
 
+    /// \{
+    /// Which of the two it does. The answer never changes.
     virtual bool IsReading() const = 0;
     virtual bool IsWriting() const = 0;
+    /// \}
 
+    /// One value.
     virtual void Scalar(char const* tag, std::size_t index, std::string& value) = 0;
     virtual void Scalar(char const* tag, std::size_t index, double& value) = 0;
     virtual void Scalar(char const* tag, std::size_t index, float& value) = 0;
@@ -40,10 +44,17 @@ public:
     virtual void Scalar(char const* tag, std::size_t index, signed char& value) = 0;
     virtual void Scalar(char const* tag, std::size_t index, bool& value) = 0;
 
+    /// \{
+    /// The elements of the array stand between the two.
     virtual void StartArray(char const* tag, std::size_t index, std::size_t& count) = 0;
     virtual void EndArray(char const* tag) = 0;
+    /// \}
+
+    /// \{
+    /// The fields of the object stand between the two; a reference and the null pointer have none.
     virtual void StartObject(char const* tag, std::size_t index, std::string& className, int& id) = 0;
     virtual void EndObject(char const* tag) = 0;
+    /// \}
 };
 
 /// What a reading back end over a stream can also tell. Its scalars leave their targets unread where the

@@ -8,6 +8,7 @@
 #include <type_traits>
 #include <utility>
 
+/// \file
 /// How `Serializer::Serialize` sees a type. Containers are known by their interface and not by their name: no
 /// container header is included here, and a caller's own flat map or small vector works as the standard's do.
 

@@ -46,13 +46,17 @@ class ISerializerImpl;
 class ORV_API Serializer
 {
 public:
+    /// `impl` is borrowed.
     explicit Serializer(ISerializerImpl& impl);
     Serializer(Serializer const&) = delete;
     Serializer& operator=(Serializer const&) = delete;
     virtual ~Serializer();
 
+    /// \{
+    /// Which of the two the back end does. For a class that has to prepare or to check what it stores.
     bool IsReading() const { return reading_; }
     bool IsWriting() const { return !reading_; }
+    /// \}
 
     /// Reads or writes one field. `T` may be
     ///

@@ -16,6 +16,7 @@ public:
     ITimeStringResolver& operator=(ITimeStringResolver const&) = default;
     virtual ~ITimeStringResolver();
 
+    /// The moment. May throw for a text that has none.
     virtual Time getTime(TimeString const& time) = 0;
 };
 

@@ -58,21 +58,27 @@ public:
     /// \throws std::runtime_error when the host can not tell it.
     static Time Today();
 
+    /// False for the two ends of the range.
     bool IsDef() const { return count_ != minCount && count_ != maxCount; }
 
+    /// \{
     /// Calendar fields: the month from 1, the day from 1, the day of the week from 0 for Sunday, the day of
     /// the year from 1.
-    /// \throws std::out_of_range see above.
+    /// \throws std::out_of_range for a date outside the years 1400 to 10000.
     int GetYear() const;
     int GetMonth() const;
     int GetDay() const;
     int GetDayOfWeek() const;
     int GetDayOfYear() const;
+    /// \}
 
+    /// \{
+    /// The time of the day: hours 0 to 23, minutes and seconds 0 to 59, milliseconds 0 to 999. Never throws.
     int GetHour() const;
     int GetMinute() const;
     int GetSecond() const;
     int GetMillisecond() const;
+    /// \}
 
     bool operator==(Time const& other) const { return count_ == other.count_; }
     bool operator!=(Time const& other) const { return count_ != other.count_; }
@@ -89,9 +95,10 @@ public:
     /// \throws std::out_of_range as the constructor, where years and months lead outside 1400 to 10000. The year
     ///     is seen as a 16-bit unsigned number here, too.
     Time& operator+=(TimeOffset const& offset);
+    /// Calendar subtraction, in the same order and with the same failures.
     Time& operator-=(TimeOffset const& offset);
 
-    /// Exact addition.
+    /// Exact addition of milliseconds.
     Time& operator+=(long long const& milliseconds)
     {
         // Within these bounds, which hold thousands of years, nothing can overflow. One comparison sees both
@@ -105,6 +112,7 @@ public:
             AddFar(milliseconds);
         return *this;
     }
+    /// Exact subtraction of milliseconds.
     Time& operator-=(long long const& milliseconds);
 
     /// The standard text, or "Min date" or "Max date".
@@ -131,10 +139,12 @@ private:
     long long count_ = minCount;
 };
 
+/// \{
 /// Write and read the standard text, "%Y-%m-%d %H:%M:%S.%L" in terms of `TimeFormat`, whose rules and
 /// failures apply. The ends of the range are written as the dates that they are.
 ORV_API std::ostream& operator<<(std::ostream& stream, Time const& time);
 ORV_API std::istream& operator>>(std::istream& stream, Time& time);
+/// \}
 
 } // namespace Zan::Orv::Core::Service
 

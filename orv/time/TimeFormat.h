@@ -34,10 +34,11 @@ public:
     /// A format with its `Time`, for one stream expression: both must outlive it.
     struct BoundTimeFormat
     {
-        TimeFormat const* format;
-        Time* time;
+        TimeFormat const* format; ///< borrowed
+        Time* time;               ///< borrowed
     };
 
+    /// The text is kept as it is, and not tested.
     TimeFormat(std::string const& format);
     TimeFormat(TimeFormat const&) = default;
     TimeFormat(TimeFormat&&) = default;
@@ -45,7 +46,9 @@ public:
     TimeFormat& operator=(TimeFormat&&) = default;
     ~TimeFormat() override = default;
 
+    /// The text of the format.
     std::string GetFormat() const { return format_; }
+    /// Replaces the text, which is not tested.
     void SetFormat(std::string const& format) { format_ = format; }
 
     /// Binds for reading or writing.

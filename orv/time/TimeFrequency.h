@@ -16,8 +16,10 @@ class TimeOffset;
 class ORV_API TimeFrequency : public ISerializable
 {
 public:
+    /// The units, and their names.
     struct FrequencyUnit
     {
+        /// The unit that is counted.
         enum Enum : int
         {
             Years = 0,
@@ -32,21 +34,28 @@ public:
         /// The names of the units, for `DefaultEnumConverter`.
         struct ORV_API EnumMap
         {
+            /// The enumeration.
             using EnumType = Enum;
+            /// Replaces `names` by the names of all units.
             static void Fill(std::map<Enum, std::string>& names);
         };
     };
 
     /// Every year.
     TimeFrequency() = default;
+    /// Every `value` of `unit`.
     TimeFrequency(int value, FrequencyUnit::Enum unit);
     TimeFrequency(TimeFrequency const&) = default;
     TimeFrequency& operator=(TimeFrequency const&) = default;
     ~TimeFrequency() override = default;
 
+    /// The count.
     int GetValue() const { return value_; }
+    /// Any count is allowed, and no other field changes.
     void SetValue(int value) { value_ = value; }
+    /// The unit.
     FrequencyUnit::Enum GetFrequencyUnit() const { return unit_; }
+    /// The count stays.
     void SetFrequencyUnit(FrequencyUnit::Enum unit) { unit_ = unit; }
 
     /// "Years" to "Milliseconds".

@@ -20,6 +20,7 @@ class Time;
 class ORV_API TimeOffset : public ISerializable
 {
 public:
+    /// From seven counts of any sign, which are normalised.
     TimeOffset(int years, int months, int days, int hours, int minutes, int seconds, int milliseconds);
 
     /// From a count of milliseconds.
@@ -34,6 +35,8 @@ public:
     TimeOffset& operator=(TimeOffset const&) = default;
     ~TimeOffset() override = default;
 
+    /// \{
+    /// The normalised counts.
     int GetYears() const { return years_; }
     int GetMonths() const { return months_; }
     int GetDays() const { return days_; }
@@ -41,7 +44,9 @@ public:
     int GetMinutes() const { return minutes_; }
     int GetSeconds() const { return seconds_; }
     int GetMilliseconds() const { return milliseconds_; }
+    /// \}
 
+    /// \{
     /// Each stores its field and normalises: 13 months become 1 year more and 1 month.
     void SetYears(int years);
     void SetMonths(int months);
@@ -50,13 +55,17 @@ public:
     void SetMinutes(int minutes);
     void SetSeconds(int seconds);
     void SetMilliseconds(int milliseconds);
+    /// \}
 
     /// By the normalised counts: 24 hours equal 1 day and 12 months 1 year, but 30 days are not 1 month.
     bool operator==(TimeOffset const& other) const;
     bool operator!=(TimeOffset const& other) const;
 
+    /// \{
+    /// Field by field, and normalised.
     TimeOffset& operator+=(TimeOffset const& other);
     TimeOffset& operator-=(TimeOffset const& other);
+    /// \}
 
     /// In milliseconds.
     /// \throws TimeException for an offset with years or months, which have no length of their own.

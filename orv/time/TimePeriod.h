@@ -19,6 +19,7 @@ class ORV_API TimePeriod : public ISerializable
 public:
     /// Empty, at `Time::MinTime()`.
     TimePeriod() = default;
+    /// From `begin` to `end`, which is lifted to `begin` where it lies before.
     TimePeriod(Time const& begin, Time const& end);
     /// From `begin` to `begin` plus `offset`.
     /// \throws what `Time::operator+=` does.
@@ -27,8 +28,11 @@ public:
     TimePeriod& operator=(TimePeriod const&) = default;
     ~TimePeriod() override = default;
 
+    /// The first moment.
     Time Begin() const { return begin_; }
+    /// The first moment behind it.
     Time End() const { return end_; }
+    /// True when begin and end are equal.
     bool Empty() const { return begin_ == end_; }
 
     /// In milliseconds.

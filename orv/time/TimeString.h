@@ -16,6 +16,7 @@ class ORV_API TimeString : public ISerializable
 {
 public:
     TimeString() = default;
+    /// The text is kept as it is, and not tested.
     TimeString(std::string const& text) : text_(text) {}
     /// The standard text of `time`.
     TimeString(Time const& time);
@@ -25,7 +26,9 @@ public:
     TimeString& operator=(TimeString&&) = default;
     ~TimeString() override = default;
 
+    /// The text as it came.
     std::string const& GetString() const { return text_; }
+    /// False for the empty text alone.
     bool IsDefined() const { return !text_.empty(); }
 
     /// By the text and not by the moment: an order for containers.

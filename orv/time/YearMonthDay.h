@@ -18,9 +18,12 @@ public:
     /// \throws ServiceException for a month or a day outside its range. The month is looked at first.
     YearMonthDay(long int year, unsigned short month, unsigned short day);
 
+    /// \{
+    /// The year as it was given, the month from 1, the day from 1.
     long int Year() const { return year_; }
     unsigned short Month() const { return month_; }
     unsigned short Day() const { return day_; }
+    /// \}
 
     bool operator==(YearMonthDay const& other) const;
     bool operator!=(YearMonthDay const& other) const;
