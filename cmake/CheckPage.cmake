@@ -1,4 +1,4 @@
-# Fails unless each C++ block of a page stands word for word in the page's program, and its text block is what that prints:
+# Fails unless each C++ block of a page stands word for word in its program, and its text block is what that prints:
 # cmake -DPAGE=... -DSOURCE=... -DPROGRAM=... [-DEMULATOR=...] -P CheckPage.cmake
 file(READ ${PAGE} page)
 file(READ ${SOURCE} source)
