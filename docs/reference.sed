@@ -1,0 +1,10 @@
+# What Doxygen reads instead of a page: it shows the backticks inside of a link, takes the percent sign off a word, and
+# in tables takes entities for the characters that they stand for.
+/^```/,/^```$/!{
+  s/\[`\([^`]*\)`\](/[\1](/g
+  /^|/{
+    s/\([ `]\)%/\1%%/g
+    s/&\(quot\|amp\|apos\|lt\|gt\);/\&amp;\1;/g
+  }
+  /^[^|]/s/ %\([A-Za-z]\)/ \\%\1/g
+}
