@@ -13,6 +13,8 @@ class ColumnInterpreter;
 ///     ASCIIFileInterpreter interpreters;
 ///     interpreters.AddColumnInterpreter(2, new SurfaceMeasurement("Station 7"));
 ///
+/// Reading it on several threads is safe while nobody adds to it.
+///
 /// \warning A copy has the same pointers as its source, and both delete them in the end: of two such objects
 /// only one may be destroyed. An assignment drops what the target had without deleting it. Pass it by
 /// reference.

@@ -20,7 +20,8 @@ class BinaryFileReader;
 /// the order of the file. Writing tells whether the stream has no flag set afterwards. Open streams in binary
 /// mode.
 ///
-/// A negative count is refused, and so is one of more bytes than `int` counts, in reading.
+/// A negative count is refused, and so is one of more bytes than `int` counts, in reading. Safe on any thread; a reader
+/// or a stream belongs to one at a time.
 class ORV_API BinaryFileIO
 {
 public:

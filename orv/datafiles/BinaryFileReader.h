@@ -7,7 +7,7 @@ namespace Zan::Orv::Core::Service {
 /// A source of bytes with random access, such as a binary data file. `BufferedBinaryFileReader` is the one
 /// over a file; `BinaryFileIO` reads numbers from any.
 ///
-/// Nothing is reported by itself: ask `good` after reading.
+/// Nothing is reported by itself: ask `good` after reading. One thread at a time.
 class ORV_API BinaryFileReader
 {
 public:

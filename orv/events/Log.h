@@ -51,7 +51,8 @@ private:
     std::string message_;
 };
 
-/// Sends messages to the handlers of the calling thread.
+/// Sends messages to the handlers of the calling thread. Each thread has handlers and a switch of its own, so that any
+/// thread may call it at any time.
 class ORV_API Log
 {
 public:

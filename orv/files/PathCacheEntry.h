@@ -18,6 +18,7 @@ namespace Zan::Orv::Core::Service {
 /// What the leaf and the extension of a path are is said by Boost.Filesystem in its version 3: the extension
 /// runs from the last dot to the end, also where the name starts with that dot, and a path that ends in a
 /// separator has the leaf ".". Case folds byte by byte, as `StringToLower` does it.
+/// A plain value.
 class ORV_API PathCacheEntry
 {
 public:

@@ -25,7 +25,7 @@ namespace Zan::Orv::Core::Service {
 /// be null and is then left out with its punctuation.
 ///
 /// The exception is no `Exception` on purpose: code that handles the library's failures does not swallow a
-/// broken assertion.
+/// broken assertion. Safe on any thread.
 [[noreturn]] ORV_API void AssertFailure(char const* message, char const* location);
 
 } // namespace Zan::Orv::Core::Service

@@ -89,7 +89,7 @@ private:
 ///     serializer.Serialize(wrapper, "phase");
 ///     phase_ = wrapper.Get();
 ///
-/// The wrapper holds a copy: take the value back after a read.
+/// The wrapper holds a copy: take the value back after a read. A plain value.
 template<class Converter>
 class EnumWrapper : public ISerializable, public Converter
 {

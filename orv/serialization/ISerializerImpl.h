@@ -16,6 +16,8 @@ namespace Zan::Orv::Core::Service {
 /// - `className` is the factory name of an object, empty for a value and for a reference to an object before.
 /// - `id` is an object's identity, from 1 up; 0 stands for the null pointer and -1 for a value without
 ///   identity.
+///
+/// One thread at a time.
 class ORV_API ISerializerImpl
 {
 public:

@@ -7,7 +7,8 @@ namespace Zan::Orv::Core::Service {
 class Time;
 class TimeString;
 
-/// Turns a text into the moment that it stands for.
+/// Turns a text into the moment that it stands for. What its caller allows to several threads depends on the one that
+/// is given.
 class ORV_API ITimeStringResolver
 {
 public:

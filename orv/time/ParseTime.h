@@ -22,7 +22,8 @@ class TimeString;
 /// own case. The designators are those of the locale. A year below 100 is of the 20th century; with
 /// `twoDigitYears2000` one below 69 is of the 21st.
 ///
-/// The user's locale is what the environment names at the moment of the call. Linear in the text.
+/// The user's locale is what the environment names at the moment of the call. Linear in the text. Safe on any thread
+/// while no other changes the environment.
 ///
 /// \throws TimeException for a text that is no date, contradicts itself, or needs an order that the locale does not
 ///     have.
@@ -34,7 +35,7 @@ ORV_API Time ParseTime(std::string const& text, bool twoDigitYears2000);
 /// it, as in "START + 2 months - 3 days". A name is looked up in `table`, and its definition evaluated in the same way;
 /// offsets of a definition are applied before those of what refers to it. A name always wins over a date.
 ///
-/// A chain of definitions may have any length.
+/// A chain of definitions may have any length. Safe as the first form is, and as reading `table` is.
 /// \throws TimeException for a name that is not defined or defined by itself, for a text with a line break inside, and
 ///     what `ParseTimeOffset` and the first form throw.
 ORV_API Time ParseTime(TimeString const& time, ITimeSymbolTable const* table, bool twoDigitYears2000);

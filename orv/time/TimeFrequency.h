@@ -12,7 +12,7 @@ namespace Zan::Orv::Core::Service {
 
 class TimeOffset;
 
-/// A repeat interval: one count of one unit. Any count is allowed. A week is seven days.
+/// A repeat interval: one count of one unit. Any count is allowed. A week is seven days. A plain value.
 class ORV_API TimeFrequency : public ISerializable
 {
 public:

@@ -17,6 +17,8 @@ class Time;
 /// The counts are kept normalised: months in 0..11, hours in 0..23, minutes and seconds in 0..59,
 /// milliseconds in 0..999, while years and days carry the sign. Minus one hour is held as days -1, hours 23.
 /// Days are never carried into months. Numbers beyond the range of `int` wrap.
+///
+/// A plain value.
 class ORV_API TimeOffset : public ISerializable
 {
 public:

@@ -11,7 +11,7 @@
 namespace Zan::Orv::Core::Service {
 
 /// Symbols and their definitions: a map with a second face. Names are compared byte by byte. Nothing is checked on the
-/// way in.
+/// way in. Reading one on several threads is safe while nobody changes it.
 ///
 ///     TimeSymbolTable table;
 ///     table["START"] = TimeString("1 JAN 2000");
