@@ -114,17 +114,23 @@ private:
 class ORV_API TimeAverager::SampleIterator
 {
 public:
+    /// \{
+    /// What the algorithms of the standard library ask of an iterator.
     using value_type = std::pair<Time, double>;
     using reference = value_type;
     using pointer = void;
     using difference_type = std::ptrdiff_t;
     using iterator_category = std::input_iterator_tag;
     using iterator_concept = std::forward_iterator_tag;
+    /// \}
 
     /// Of no range.
     SampleIterator() = default;
 
     value_type operator*() const;
+
+    /// \{
+    /// Goes to the next sample in time.
     SampleIterator& operator++();
     SampleIterator operator++(int)
     {
@@ -132,6 +138,7 @@ public:
         ++*this;
         return before;
     }
+    /// \}
 
     bool operator==(SampleIterator const& other) const
     {
@@ -153,11 +160,18 @@ private:
 class ORV_API TimeAverager::SampleRange
 {
 public:
+    /// \{
+    /// The samples do not change through it.
     using iterator = SampleIterator;
     using const_iterator = SampleIterator;
+    /// \}
 
+    /// \{
+    /// From the first sample in time to behind the last.
     SampleIterator begin() const { return SampleIterator(series_, 0); }
     SampleIterator end() const;
+    /// \}
+    /// True when there is none.
     bool empty() const { return begin() == end(); }
 
 private:

@@ -109,6 +109,8 @@ TEST(Directory, IsAValue)
     EXPECT_EQ(a.Name(), "x");
     EXPECT_TRUE(Directory("A/b") == Directory("a/B") && Directory("a") != Directory("b"));
     EXPECT_TRUE(Directory::StringMatch("A", "a") && !Directory::StringMatch("a*", "ab"));
+    EXPECT_TRUE(copy.HasRelativePath() && !Directory("/").HasRelativePath());
+    EXPECT_EQ(Directory::Current().Name(), fs::current_path().string());
 }
 
 TEST(Directory, IsExtendedAndMadeComplete)

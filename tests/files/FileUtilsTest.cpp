@@ -33,6 +33,13 @@ TEST(FileUtils, WordsAreSplitAtThreeBlanks)
     EXPECT_EQ(words, (std::vector<std::string>{"kept", "a", "bc\r", "d\v", std::string(1, '\0'), "e"}));
 }
 
+TEST(FileUtils, NamesAreOrderedWithoutRegardToCase)
+{
+    FileUtils::FileNameLess const less;
+    EXPECT_TRUE(less("a.dat", "B.dat") && less("A.dat", "b.dat"));
+    EXPECT_FALSE(less("a.dat", "A.DAT") || less("A.DAT", "a.dat"));
+}
+
 TEST(FileUtils, LinesAreCloseWhenTheirNumbersAre)
 {
     std::pair<std::string, std::string> const close[] = {

@@ -9,6 +9,7 @@
 #include "orv/foundation/Exception.h"
 #include "orv/foundation/Numerics.h"
 #include "orv/foundation/Strings.h"
+#include "orv/serialization/Factory.h"
 #include "orv/time/ParseTime.h"
 #include "orv/time/TimeAverager.h"
 #include "orv/time/TimeFormat.h"
@@ -20,6 +21,7 @@
 #include <gtest/gtest.h>
 
 #include <new>
+#include <optional>
 #include <sstream>
 #include <vector>
 
@@ -137,6 +139,18 @@ TEST(AllocationFailure, AnObjectOfTheWrongClass)
             return false;
         },
         [](GraphGuard&, bool) { EXPECT_TRUE(RawNode::Living().empty()); });
+}
+
+// The tables of names and of types mirror each other, whichever of them could not grow.
+TEST(AllocationFailure, RegisteringAClass)
+{
+    struct Late : RawNode
+    {
+    };
+    FailEachAllocation<std::optional<FactoryRegistrar<Late>>>([](auto& registrar) {
+        registrar.emplace("a class whose name is long and takes memory");
+        return Factory::GetFactory().GetClassName(typeid(Late)).size() == 43;
+    });
 }
 
 TEST(AllocationFailure, StreamBuffers)

@@ -189,6 +189,23 @@ TEST(DocumentsTest, DeepAndWideDocumentsAreRead)
     EXPECT_EQ(elements.size(), 1'000'000U);
 }
 
+TEST(DocumentsTest, EachBackEndKnowsItsDirection)
+{
+    std::stringstream stream(XML(""));
+    XMLInputSerializer xmlIn(stream, "doc");
+    BinaryInputSerializer binaryIn(stream);
+    StreamInputSerializer textIn(stream);
+    std::ostringstream out;
+    XMLOutputSerializer xmlOut(out, "doc");
+    BinaryOutputSerializer binaryOut(out);
+    StreamOutputSerializer textOut(out);
+    for (ISerializerImpl* const reader : std::initializer_list<ISerializerImpl*>{&xmlIn, &binaryIn, &textIn})
+        EXPECT_TRUE(reader->IsReading() && !reader->IsWriting());
+    for (ISerializerImpl* const writer :
+         std::initializer_list<ISerializerImpl*>{&xmlOut, &binaryOut, &textOut})
+        EXPECT_TRUE(writer->IsWriting() && !writer->IsReading());
+}
+
 TEST(DocumentsTest, NothingOutsideTheStreamIsRead)
 {
     TemporaryDirectory const folder;

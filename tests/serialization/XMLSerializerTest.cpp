@@ -238,6 +238,15 @@ TEST(XMLSerializerTest, AMissIsRememberedByTheAddressOfItsTag)
     EXPECT_EQ(reader.Text(tag, 0), "none");
 }
 
+TEST(XMLSerializerTest, AnEndNeedsABegin)
+{
+    Reader reader("<o/>");
+    reader.Start("o");
+    reader.End();
+    EXPECT_TRUE(Throws<SerializeException>([&] { reader.xml.EndObject("o"); },
+                                           "Nothing is open that the end of 'o' could close."));
+}
+
 TEST(XMLSerializerTest, TheFirstTextOfAnElementIsItsValue)
 {
     EXPECT_EQ(Value<std::string>("<!-- one --><?two?>3<!-- four -->5"), "3");

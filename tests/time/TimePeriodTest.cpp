@@ -71,6 +71,7 @@ TEST(TimePeriod, TravelsAsText)
         period = TimePeriod();
         std::istringstream("2000-01-05 00:00:00.0" + separator + "2000-01-01 00:00:00.000") >> period;
         EXPECT_EQ(period, Days(5, 5)) << separator;
+        EXPECT_FALSE(period != Days(5, 5));
     }
     for (std::string const in : {"2000-01-01 00:00:00.000", "2000-01-01 00:00:00.000/2000-01-05", "x"})
     {

@@ -208,6 +208,16 @@ TEST(Time, TellsTheCalendarDistance)
         EXPECT_EQ(PrintToString(TimeOffset(to, from)), out) << from << " to " << to;
 }
 
+TEST(Time, MonthsGoBackOverTheNewYear)
+{
+    std::pair<int, Time> const table[] = {{-3, Date(1999, 12, 31)},
+                                          {-4, Date(1999, 11, 30)},
+                                          {-13, Date(1999, 2, 28)},
+                                          {-27, Date(1997, 12, 31)}};
+    for (auto const& [months, expected] : table)
+        EXPECT_EQ(Date(2000, 3, 31) += TimeOffset(0, months, 0, 0, 0, 0, 0), expected) << months;
+}
+
 TEST(Time, TheClockGivesWholeSecondsOfToday)
 {
     Time const before = Time::Today();

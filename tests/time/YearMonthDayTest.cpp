@@ -29,6 +29,7 @@ TEST(YearMonthDay, OrdersByYearThenMonthThenDay)
         {
             EXPECT_EQ(ascending[a] < ascending[b], a < b) << a << " and " << b;
             EXPECT_EQ(ascending[a] == ascending[b], a == b) << a << " and " << b;
+            EXPECT_EQ(ascending[a] != ascending[b], a != b) << a << " and " << b;
         }
 }
 
