@@ -17,7 +17,7 @@ function say(words)
 # A percent sign before a word would be taken off it.
 /^ *\/\/\/ ? ? ?[^ ]/ { gsub(/ %/, " \\%"); gsub(/\(%/, "(\\%") }
 
-# Doxygen loses its way in what is added to namespace std. The value classes say that they can be keys.
+# Doxygen loses its way in what is added to namespace std. The classes say that they can be keys.
 /^\/\/\/ For unordered containers\./ { leftOut = 1 }
 leftOut { leftOut = !/^};/; print "//"; next }
 

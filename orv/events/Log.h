@@ -66,9 +66,9 @@ public:
     /// \}
 
     /// \{
-    /// `SendLogMessage` with a printf format and the severity of the letter: error, warning, info. The text may have at most 9,999 bytes; a longer one ends the process,
-    /// on Windows through the C runtime's invalid-parameter handler. Formatting takes place even when the log
-    /// is off.
+    /// `SendLogMessage` with a printf format and the severity of the letter: error, warning, info. The text may
+    /// have at most 9,999 bytes; a longer one ends the process, on Windows through the C runtime's
+    /// invalid-parameter handler. Formatting takes place even when the log is off.
     static void LogEF(char const* format, ...) ORV_PRINTF_FORMAT(1, 2);
     static void LogWF(char const* format, ...) ORV_PRINTF_FORMAT(1, 2);
     static void LogIF(char const* format, ...) ORV_PRINTF_FORMAT(1, 2);

@@ -24,8 +24,10 @@ namespace Zan::Orv::Core::Service {
 /// drive-relative branch of `MakeComplete`, and a name that ended in several separators, which becomes the
 /// element ".".
 ///
-/// Paths are compared without regard to case, on any host. They become bytes, and bytes paths, by
-/// Boost.Filesystem's conversion: as they are on POSIX, by the ANSI code page on Windows.
+/// Paths are compared without regard to case, on any host, and hashed so as keys of unordered containers; the
+/// C library's locale says how case folds, and has to stay as long as a container holds paths. They become
+/// bytes, and bytes paths, by Boost.Filesystem's conversion: as they are on POSIX, by the ANSI code page on
+/// Windows.
 ///
 /// What goes wrong on the disk is reported as `boost::filesystem::filesystem_error`, a `std::exception`,
 /// where a member does not say otherwise. Links are followed when a tree is read, and removed as links,
@@ -177,8 +179,7 @@ private:
 
 } // namespace Zan::Orv::Core::Service
 
-/// For unordered containers. By the path without regard to case, as equality is: as there, the C library's locale says
-/// how case folds, and has to stay as long as a container holds paths.
+/// For unordered containers. By the path without regard to case, as equality is.
 template<>
 struct ORV_API std::hash<Zan::Orv::Core::Service::Directory>
 {

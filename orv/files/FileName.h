@@ -23,7 +23,7 @@ class Time;
 /// the end of a name is lost, "base." is "base"; ".hidden" is an extension without a root name; for a text
 /// that ends in a separator both are empty.
 ///
-/// Names are compared without regard to case, on any host. What goes wrong on the disk is reported as
+/// Names are compared without regard to case, on any host, and hashed so; see `Directory`. What goes wrong on the disk is reported as
 /// `boost::filesystem::filesystem_error`, a `std::exception`, where a member does not say otherwise.
 ///
 /// No locks: distinct objects may be used on distinct threads, one object by several as long as nobody

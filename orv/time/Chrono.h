@@ -6,6 +6,7 @@
 
 #include <chrono>
 
+/// \file
 /// Our times beside those of the standard library.
 ///
 ///     Time const start = TimeFromDate(std::chrono::year(2000) / 2 / 29);

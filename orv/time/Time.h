@@ -26,7 +26,7 @@ class TimeOffset;
 /// away, where it stays; reading a calendar field of a date outside the years 1400 to 10000 throws
 /// `boost::gregorian::bad_year`, a `std::out_of_range`.
 ///
-/// A plain value: no allocation, safe to share while nobody changes it.
+/// A plain value: no allocation, safe to share while nobody changes it, and a key for unordered containers.
 class ORV_API Time : public ISerializable
 {
 public:

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <iterator>
 #include <memory>
-#include <string_view> // brings what is said to the ranges of C++20 at the end
+#include <string_view> // declares what is told to the ranges of C++20 at the end
 #include <utility>
 
 namespace Zan::Orv::Core::Service {

@@ -12,7 +12,8 @@ namespace Zan::Orv::Core::Service {
 
 class TimeOffset;
 
-/// A repeat interval: one count of one unit. Any count is allowed. A week is seven days. A plain value.
+/// A repeat interval: one count of one unit. Any count is allowed. A week is seven days. A plain
+/// value, which can be a key of unordered containers.
 class ORV_API TimeFrequency : public ISerializable
 {
 public:

@@ -18,7 +18,7 @@ class Time;
 /// milliseconds in 0..999, while years and days carry the sign. Minus one hour is held as days -1, hours 23.
 /// Days are never carried into months. Numbers beyond the range of `int` wrap.
 ///
-/// A plain value.
+/// A plain value, which can be a key of unordered containers.
 class ORV_API TimeOffset : public ISerializable
 {
 public:

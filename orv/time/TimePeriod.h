@@ -13,7 +13,8 @@ namespace Zan::Orv::Core::Service {
 class TimeOffset;
 
 /// A half-open interval of time: it holds its begin and excludes its end. The end never lies before the
-/// begin; where it would, it is lifted to it, and the period is empty there. A plain value.
+/// begin; where it would, it is lifted to it, and the period is empty there. A plain value,
+/// which can be a key of unordered containers.
 class ORV_API TimePeriod : public ISerializable
 {
 public:

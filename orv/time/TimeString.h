@@ -12,7 +12,7 @@ class Time;
 
 /// A point in time that is written down as text and bound late: a date in any form that `ParseTime` reads, or the name
 /// of a symbol, with offsets behind it. The text is kept as it came; the empty text means "not defined".
-/// A plain value.
+/// A plain value, which can be a key of unordered containers.
 class ORV_API TimeString : public ISerializable
 {
 public:

@@ -8,7 +8,8 @@
 namespace Zan::Orv::Core::Service {
 
 /// A date as three numbers. Month and day are held to 1..12 and 1..31 and to no more: February 31st and every
-/// year are let pass. A plain value, not connected to `Time`, and not serializable.
+/// year are let pass. A plain value, not connected to `Time`, and not serializable; it can
+/// be a key of unordered containers.
 class ORV_API YearMonthDay
 {
 public:
