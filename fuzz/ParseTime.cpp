@@ -4,6 +4,7 @@
 #include "orv/time/TimeString.h"
 #include "orv/time/TimeSymbolTable.h"
 
+#include <algorithm>
 #include <list>
 
 namespace Zan::Orv::Core::Service::Fuzz {
@@ -29,6 +30,12 @@ void Run(Input& input)
         std::list<std::string> invalid;
         bool const isValid = TimeSymbolTable::IsValid(table, &invalid);
         Require(isValid == invalid.empty(), "a table is valid when nothing in it is not");
+        for (auto const& [name, definition] : table)
+        {
+            bool const isInvalid = std::find(invalid.begin(), invalid.end(), name) != invalid.end();
+            bool const hasMoment = Succeeds([&, &text = definition] { ParseTime(text, &table, true); });
+            Require(isInvalid != hasMoment, "a definition is valid where it has a moment");
+        }
     });
 }
 

@@ -28,15 +28,7 @@ TEST(HashTest, tells_values_apart_by_each_of_their_parts)
 {
     using Unit = TimeFrequency::FrequencyUnit;
     ExpectDistinct<Time>("Time", {Time(), Time::MaxTime(), At(0), At(1), At(-1), At(1000), Time() -= 1});
-    ExpectDistinct<TimeOffset>("TimeOffset", {{},
-                                              {1, 0, 0, 0, 0, 0, 0},
-                                              {0, 1, 0, 0, 0, 0, 0},
-                                              {0, 0, 1, 0, 0, 0, 0},
-                                              {0, 0, 0, 1, 0, 0, 0},
-                                              {0, 0, 0, 0, 1, 0, 0},
-                                              {0, 0, 0, 0, 0, 1, 0},
-                                              {0, 0, 0, 0, 0, 0, 1},
-                                              {-1, 0, 0, 0, 0, 0, 0}});
+    ExpectDistinct<TimeOffset>("TimeOffset", {{}, {1, 0, 0, 0, 0, 0, 0}, {0, 1, 0, 0, 0, 0, 0}});
     ExpectDistinct<TimePeriod>("TimePeriod",
                                {{At(0), At(0)}, {At(0), At(1)}, {At(1), At(1)}, {At(1), At(2)}});
     ExpectDistinct<TimeFrequency>("TimeFrequency", {{1, Unit::Years}, {12, Unit::Months}, {1, Unit::Months}});
@@ -44,15 +36,6 @@ TEST(HashTest, tells_values_apart_by_each_of_their_parts)
                                  {{1, 2, 3}, {2, 1, 3}, {1, 3, 2}, {-1, 2, 3}, {1, 2, 4}, {2, 2, 3}});
     ExpectDistinct<TimeString>("TimeString",
                                {{}, TimeString("start"), TimeString("START"), TimeString("START ")});
-}
-
-TEST(HashTest, is_that_of_an_equal_value_of_another_origin)
-{
-    EXPECT_EQ(std::unordered_set<Time>{Date(2000, 3, 1)}.count(Date(2000, 2, 29) += DAY), 1);
-    EXPECT_EQ(std::unordered_set<TimeOffset>{TimeOffset(HOUR)}.count(TimeOffset(0, 0, 0, 0, 59, 59, 1000)),
-              1);
-    TimePeriod const lifted(At(5), At(0));
-    EXPECT_EQ(std::unordered_set<TimePeriod>{lifted}.count(TimePeriod(At(5), At(5))), 1);
 }
 
 // Hourly, as times come: tables whose sizes are powers of two look at the lowest bits alone.

