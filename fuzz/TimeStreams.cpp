@@ -37,7 +37,11 @@ void Run(Input& input)
     Read(text, TimeOffset(0, 0, 0, 0, 0, 0, 0));
     Read(text, TimeFrequency(1, TimeFrequency::FrequencyUnit::Days));
     Read(text, TimePeriod());
-    Succeeds([&] { IEEEFromString(text); });
+    Succeeds([&] {
+        double const number = IEEEFromString(text);
+        Require(!IsFinite(number) || IEEEFromString(IEEEToString(number)) == number,
+                "a number's text is that number's");
+    });
     std::istringstream words(text);
     words >> DebugFlags::GetInstance();
     DebugFlags::ResetAll();

@@ -39,12 +39,9 @@ bool Equal(T a, T b, T relTol, T absTol)
 TEST(MathLimitsTest, AreThoseOfTheStoredTypes)
 {
     EXPECT_EQ(Math::Limits<char>::Min(), static_cast<char>(-128));
-    EXPECT_EQ(Math::Limits<unsigned int>::Max(), 4294967295);
     EXPECT_EQ(Math::Limits<long int>::Min(), -2147483647 - 1);
     EXPECT_EQ(Math::Limits<long int>::Max(), 2147483647);
-    EXPECT_EQ(Math::Limits<float>::Min(), -3.4028234663852886e+38f);
     EXPECT_EQ(Math::Limits<double>::Min(), -1.7976931348623157e+308);
-    EXPECT_EQ(Math::Limits<bool>::Max(), true);
 }
 
 TYPED_TEST(MathTest, TheAlmostFamilyIsStrict)
@@ -59,7 +56,6 @@ TYPED_TEST(MathTest, TheAlmostFamilyIsStrict)
         {1, 2, T(0.75), false, false, false},           // the first value is the yardstick
         {T(-0.5), T(-0.75), T(0.5), true, false, true}, // absolute up to the tolerance itself
         {1, T(1e-9), 1, sizeof(T) == 8, sizeof(T) == 8, sizeof(T) == 8}, // floats are subtracted as floats
-        {0, 1, inf<T>, true, false, true},
         {1, 1, nan<T>, false, false, false},
     };
     for (auto const& c : cases)
@@ -81,18 +77,12 @@ TYPED_TEST(MathTest, EqualWithinTwoTolerances)
         bool equal;
     } const cases[] = {
         {1, T(1.0000001), T(-1e-6), T(1e-12), true},
-        {1, T(1.00001), T(1e-6), T(1e-12), false},
         {1, T(1.5), T(0.5), 0, true}, // the tolerance itself is still equal
         {2, 1, T(0.6), 0, false},     // within it of the larger value, not of the smaller one
-        {-1, 1, T(1.5), 0, false},
         {std::numeric_limits<T>::max(), least<T> * 4, inf<T>, 0, false}, // the quotient has no finite value
-        {0, T(1e-20), T(1e-6), T(-1e-12), true},
-        {0, 1, 1, T(1e-12), false},
         {0, T(1e-13), T(1e-20), T(1e-12), false}, // the relative tolerance counts for small values, too
         {least<T>, -least<T>, 0, 1, true},        // small ones compare without their signs
         {inf<T>, inf<T>, 1, 1, false},
-        {nan<T>, 1, 1, 1, false},
-        {1, 1, 1, nan<T>, false},
     };
     for (auto const& c : cases)
         EXPECT_EQ(Equal(c.a, c.b, c.relTol, c.absTol), c.equal)
