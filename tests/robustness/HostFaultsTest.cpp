@@ -1,20 +1,12 @@
-#include "orv/datafiles/BinaryFileIO.h"
 #include "orv/files/Directory.h"
 #include "orv/files/FileName.h"
 #include "orv/files/FileSystemUtil.h"
 #include "orv/files/FileUtils.h"
 #include "orv/instrumentation/MemoryTracker.h"
-#include "tests/support/ScopedCurrentDirectory.h"
-#include "tests/support/TemporaryDirectory.h"
+#include "tests/files/DiskTest.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <fstream>
-#include <iterator>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <sys/resource.h>
@@ -27,33 +19,18 @@
 namespace Zan::Orv::Core::Service::Tests {
 namespace {
 
-/// While it lives, no file of this process grows beyond `bytes`.
-class SmallDisk
+/// Runs `action` while no file of this process grows beyond `bytes`.
+template<class Action>
+void OnSmallDisk(rlim_t bytes, Action action)
 {
-public:
-    explicit SmallDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        rlimit const limit{bytes, before_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    SmallDisk(SmallDisk const&) = delete;
-    SmallDisk& operator=(SmallDisk const&) = delete;
-    ~SmallDisk()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    void (*handler_)(int);
-    rlimit before_;
-};
-
-std::string Content(std::string const& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before;
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    rlimit const limit{bytes, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    action();
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
 }
 
 template<class Copy>
@@ -67,17 +44,16 @@ void ExpectPrefixes(Copy copy, bool failureIsTold)
         std::string const source = folder.Write("source/file", content);
         folder.Make("target");
         bool isTold = false;
-        {
-            SmallDisk const disk(limit);
+        OnSmallDisk(limit, [&] {
             try
             {
                 copy(folder / "source", folder / "target");
             }
-            catch (boost::filesystem::filesystem_error const&)
+            catch (fs::filesystem_error const&)
             {
                 isTold = true;
             }
-        }
+        });
         EXPECT_EQ(isTold, failureIsTold && limit < content.size());
         EXPECT_EQ(Content(folder / "target/file"), content.substr(0, limit));
         EXPECT_EQ(Content(source), content);
@@ -97,18 +73,6 @@ TEST(FullDisk, CopiesArePrefixes)
         false);
 }
 
-TEST(FullDisk, NumbersThatFindNoRoomAreTold)
-{
-    TemporaryDirectory const folder;
-    SmallDisk const disk(8);
-    std::ofstream out;
-    out.rdbuf()->pubsetbuf(nullptr, 0);
-    out.open(folder / "numbers", std::ios::binary);
-    EXPECT_TRUE(BinaryFileIO::writeFloat64(out, 1.5));
-    EXPECT_FALSE(BinaryFileIO::writeFloat64(out, 2.5));
-    EXPECT_EQ(Content(folder / "numbers").size(), 8U);
-}
-
 // Tracks large blocks in a child without an end, until it is killed. What the file then holds.
 std::string TrackUntilKilled(TemporaryDirectory const& folder, std::chrono::microseconds life)
 {
@@ -116,14 +80,14 @@ std::string TrackUntilKilled(TemporaryDirectory const& folder, std::chrono::micr
     pid_t const child = ::fork();
     if (child == 0)
     {
-        boost::filesystem::current_path(folder.Name());
+        fs::current_path(folder.Name());
         MemoryTrackerGuard const tracking(true);
         for (;;)
             MemoryTracker::instance().log("%s\n", std::string(200, 'x').c_str());
     }
     auto const hasBegun = [&] {
         boost::system::error_code ignored; // of a file that is not there yet
-        return boost::filesystem::exists(file, ignored) && boost::filesystem::file_size(file, ignored) > 0;
+        return fs::exists(file, ignored) && fs::file_size(file, ignored) > 0;
     };
     while (!hasBegun() && ::waitpid(child, nullptr, WNOHANG) == 0)
         std::this_thread::yield();

@@ -1,8 +1,6 @@
 #include "Graphs.h"
 #include "orv/events/Log.h"
-#include "orv/files/CombinedFilters.h"
 #include "orv/files/ExtensionFilters.h"
-#include "orv/files/FilenameFilters.h"
 #include "orv/files/FilteredFileFinder.h"
 #include "orv/foundation/Exception.h"
 #include "orv/time/ParseTime.h"
@@ -24,60 +22,24 @@
 namespace Zan::Orv::Core::Service::Tests {
 namespace {
 
-struct Sample : ISerializable
+// Enough for any stack; a program of its own measures what comes back.
+TYPED_TEST(FormTest, AChainTooDeepForTheStackIsTold)
 {
-    double rate = 0.0;
-
-    void Serialize(Serializer& serializer) override { serializer.Serialize(rate, "rate"); }
-};
-
-#ifdef NDEBUG
-constexpr int manySamples = 1'000'000;
-constexpr int rounds = 200;
-#else
-constexpr int manySamples = 50'000;
-constexpr int rounds = 40;
-#endif
-
-TYPED_TEST(FormTest, ManyObjectsComeBack)
-{
-    std::vector<Sample> samples(manySamples);
-    for (std::size_t i = 0; i < samples.size(); ++i)
-        samples[i].rate = static_cast<double>(i) / 3.0;
-    std::vector<Sample> read;
-    TypeParam::Read(TypeParam::Write(samples), read);
-    ASSERT_EQ(read.size(), samples.size());
-    for (std::size_t i = 0; i < samples.size(); ++i)
-        // The forms of text keep fifteen digits or so.
-        ASSERT_NEAR(read[i].rate, samples[i].rate, 1e-9 * samples[i].rate);
-}
-
-TYPED_TEST(FormTest, LongChains)
-{
-    for (int const length : {1'000, 10'000, 100'000})
+    GraphGuard const guard;
+    RawNode* first = nullptr;
+    for (int i = 0; i < 100'000; ++i)
     {
-        GraphGuard const guard;
-        RawNode* first = nullptr;
-        for (int i = 0; i < length; ++i)
-        {
-            auto* const node = new RawNode;
-            node->left = std::exchange(first, node);
-        }
-        try
-        {
-            RawNode* read = nullptr;
-            TypeParam::Read(TypeParam::Write(first), read);
-            int found = 0;
-            for (; read != nullptr; read = read->left)
-                ++found;
-            EXPECT_EQ(found, length);
-        }
-        catch (SerializeException const& e)
-        {
-            EXPECT_GT(length, 1'000);
-            EXPECT_NE(std::string(e.what()).find("as deep as the stack allows"), std::string::npos)
-                << e.what();
-        }
+        auto* const node = new RawNode;
+        node->left = std::exchange(first, node);
+    }
+    try
+    {
+        TypeParam::Write(first);
+        ADD_FAILURE() << "nothing is told";
+    }
+    catch (SerializeException const& e)
+    {
+        EXPECT_NE(std::string(e.what()).find("as deep as the stack allows"), std::string::npos) << e.what();
     }
 }
 
@@ -101,7 +63,7 @@ void Work(int number, FileCatalog const& catalog, std::shared_ptr<PathFilter con
 {
     std::string const name = std::to_string(number);
     FilteredFileFinder const finder(name, catalog);
-    for (int round = 0; round < rounds; ++round)
+    for (int round = 0; round < 40; ++round)
     {
         LogRecorder const recorder;
         Log::LogWF("thread %d, round %d of %.1f", number, round, 1.5);
@@ -128,9 +90,7 @@ TEST(Load, SixteenThreadsDoEverythingAtOnce)
     for (int i = 0; i < 20; ++i)
         folder.Write("tank" + std::to_string(i) + ".x000" + std::to_string(i % 10));
     FileCatalog const catalog(folder.Name());
-    auto const filter = AndFilter::Create(
-        OrFilter::Create(ExtensionFilter::Create(".x0001"), ExtensionFilter::Create(".x0002")),
-        NotFilter::Create(FilenameExactNoCaseFilter::Create("nobody")));
+    auto const filter = ExtensionFilter::Create(".x0001", ".x0002");
 
     std::vector<std::thread> threads;
     for (int number = 0; number < 16; ++number)
