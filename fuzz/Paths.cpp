@@ -2,6 +2,9 @@
 #include "orv/files/Directory.h"
 #include "orv/files/FileName.h"
 #include "orv/files/PathCacheEntry.h"
+#include "orv/foundation/Strings.h"
+
+#include <boost/filesystem/path.hpp>
 
 namespace Zan::Orv::Core::Service::Fuzz {
 
@@ -39,6 +42,12 @@ void Run(Input& input)
     Require(entry.GetLowercaseFilenameOnly().size() + entry.GetLowercaseExtension().size() ==
                 entry.GetFullFilename().size(),
             "name and extension make the whole name");
+    boost::filesystem::path const parsed(text);
+    std::string extension = parsed.extension().string();
+    StringToLower(extension);
+    Require(entry.GetFullFilename() == parsed.filename().string() &&
+                entry.GetLowercaseExtension() == extension,
+            "the pieces are those of the path library");
 }
 
 } // namespace Zan::Orv::Core::Service::Fuzz

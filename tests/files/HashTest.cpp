@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <clocale>
 #include <initializer_list>
-#include <iterator>
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -28,11 +25,6 @@ TEST(HashTest, of_a_path_does_not_look_at_case)
     EXPECT_EQ(CountIn<FileName>({{"/Data/North.In.CSV"}}, {"/data/NORTH.in.csv"}), 1);
     EXPECT_EQ(CountIn<FileName>({{"/Data/North.csv"}}, {"/Data/South.csv"}), 0);
     EXPECT_EQ(CountIn<FileName>({{"/Data/North.csv"}}, {"/Data/North.in"}), 0);
-    EXPECT_EQ(CountIn<FileName>({{"/Data/North.csv"}}, {"/Date/North.csv"}), 0);
-
-    Directory moved("/data");
-    Directory const taken = std::move(moved);
-    EXPECT_EQ(CountIn<Directory>({Directory()}, moved), 1); // NOLINT(bugprone-use-after-move): it is not set
 }
 
 // Names that were composed in other ways are equal by their pieces, and not by their full names.
@@ -50,25 +42,16 @@ TEST(HashTest, of_a_name_is_that_of_its_pieces)
     EXPECT_EQ(CountIn<FileName>({whole}, other), 0);
 }
 
-// Every byte beside every other one, in those of the locales that the host has.
+// Every byte beside every other one.
 TEST(HashTest, folds_the_bytes_that_equality_folds)
 {
     std::vector<FileName> names(256);
     for (std::size_t byte = 0; byte < names.size(); ++byte)
         names[byte].SetRootName(std::string(1, static_cast<char>(byte)));
-
-    std::string const before = std::setlocale(LC_CTYPE, nullptr);
-    for (char const* const locale : {"C", "C.UTF-8", "de_DE.ISO-8859-1", "en_US.ISO-8859-1"})
-    {
-        if (std::setlocale(LC_CTYPE, locale) == nullptr)
-            continue;
-        std::vector<std::size_t> hashes;
-        std::transform(names.begin(), names.end(), std::back_inserter(hashes), std::hash<FileName>());
-        for (std::size_t a = 0; a < names.size(); ++a)
-            for (std::size_t b = 0; b < names.size(); ++b)
-                ASSERT_EQ(hashes[a] == hashes[b], names[a] == names[b]) << locale << ' ' << a << ' ' << b;
-    }
-    std::setlocale(LC_CTYPE, before.c_str());
+    std::hash<FileName> const hash;
+    for (FileName const& a : names)
+        for (FileName const& b : names)
+            ASSERT_EQ(hash(a) == hash(b), a == b) << a.GetFileName() << ' ' << b.GetFileName();
 }
 
 } // namespace

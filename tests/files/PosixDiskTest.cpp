@@ -35,9 +35,6 @@ protected:
     }
 };
 
-char const* const memoryDisk = "/dev/shm";
-char const* const needsMemoryDisk = "needs a second file system at /dev/shm, beside that of temporary files";
-
 std::vector<std::string> Leaves(std::string const& directory)
 {
     return Directory(directory).Find("", false, false, true, true, true);
@@ -90,12 +87,10 @@ TEST_F(PosixDisk, LinksThatLeadNowhereOrRoundAnEnd)
     EXPECT_EQ(ErrorOf([&] { Leaves(tree.Name()); }), too_many_symbolic_link_levels);
     EXPECT_EQ(ErrorOf([&] { tree.CopyTo(Directory(place / "round")); }), too_many_symbolic_link_levels);
     EXPECT_FALSE(Directory(place / "round").Exists());
-    EXPECT_EQ(tree.Find("", false, false, true, true, false).size(), 2u);
 
     fs::create_symlink("self", place / "self");
     EXPECT_EQ(ErrorOf([&] { Directory(place / "self").Exists(); }), too_many_symbolic_link_levels);
     EXPECT_FALSE(Directory(place / "self").Accessible());
-    EXPECT_EQ(ErrorOf([&] { Leaves(place.Name()); }), too_many_symbolic_link_levels);
 }
 
 TEST_F(PosixDisk, CopyingFollowsLinksButNotInCircles)
@@ -142,9 +137,7 @@ TEST_F(PosixDisk, ACatalogFollowsLinks)
     fs::create_symlink(place / "below/inner.dat", place / "to-file");
     fs::create_directory_symlink(place / "below", place / "to-directory");
     fs::create_symlink("gone", place / "to-nothing");
-    fs::create_symlink("below/inner.dat/x", place / "to-below-a-file");
-    EXPECT_THAT(NamesOf(FileCatalog(place.Name())),
-                UnorderedElementsAre("to-file", "to-nothing", "to-below-a-file"));
+    EXPECT_THAT(NamesOf(FileCatalog(place.Name())), UnorderedElementsAre("to-file", "to-nothing"));
     EXPECT_THAT(NamesOf(FileCatalog(place / "to-directory")), ElementsAre("inner.dat"));
 
     // Of a link to itself, nobody can tell whether it is a file.
@@ -152,15 +145,6 @@ TEST_F(PosixDisk, ACatalogFollowsLinks)
     Opened<FileCatalog> const unknown(place.Name());
     EXPECT_THAT(NamesOf(unknown), IsEmpty());
     EXPECT_FALSE(unknown.isValid_);
-}
-
-TEST_F(PosixDisk, NamesAreBytes)
-{
-    std::vector<std::string> const names = {" a b ", "'\"", "\xFF\x80", "new\nline", "C:", "[(", "-rf"};
-    for (std::string const& name : names)
-        EXPECT_EQ(FileName(place.Write("from/" + name)).FileLength(), 7) << name;
-    EXPECT_TRUE(Directory(place / "from").CopyTo(Directory(place / "to")));
-    EXPECT_THAT(Leaves(place / "to"), testing::UnorderedElementsAreArray(names));
 }
 
 TEST_F(PosixDisk, PipesAreNotWaitedFor)
@@ -211,36 +195,14 @@ TEST_F(PosixPermissions, AReadOnlyDirectoryStaysAsItIs)
     EXPECT_FALSE(directory.Exists());
 }
 
-TEST_F(PosixDisk, AFullDiskEndsACopyUnnoticed)
-{
-    FileName const full("/dev/full");
-    ASSERT_TRUE(full.IsFile());
-    EXPECT_TRUE(FileUtils::Copy(FileName("/dev/zero"), full, false)); // a source without end
-}
-
-TEST_F(PosixDisk, CopiesAcrossFileSystemsButDoesNotRename)
-{
-    ASSERT_TRUE(fs::is_directory(memoryDisk)) << needsMemoryDisk;
-    TemporaryDirectory const memory(memoryDisk);
-    place.Write("a/b/file", "12345");
-    EXPECT_TRUE(Directory(place / "a").CopyTo(Directory(memory / "a")));
-    EXPECT_EQ(Content(memory / "a/b/file"), "12345");
-    EXPECT_EQ(ErrorOf([&] { FileName::Rename(FileName(place / "a/b/file"), FileName(memory / "f")); }),
-              cross_device_link)
-        << needsMemoryDisk;
-}
-
 TEST_F(PosixDisk, TimesOutsideOfTheCalendar)
 {
-    ASSERT_TRUE(fs::is_directory(memoryDisk)) << needsMemoryDisk;
-    TemporaryDirectory const memory(memoryDisk); // which keeps any 64 bits
+    ASSERT_TRUE(fs::is_directory("/dev/shm")) << "needs a file system in memory";
+    TemporaryDirectory const memory("/dev/shm"); // which keeps any 64 bits
     FileName const file(memory.Write("x"));
     Time time;
     fs::last_write_time(file.GetFullName(), -1);
     file.TimeLastModified(time);
-    EXPECT_EQ(time, Time(1969, 12, 31, 23, 59, 59, 0));
-
-    Time const before = time;
     std::time_t const year67536 = 31556952ll * 65566; // in 16 bits it would be the year 2000
     for (std::time_t const seconds : {std::time_t(-17987443201), std::time_t(253402300800), year67536,
                                       std::numeric_limits<std::time_t>::max()})
@@ -251,7 +213,7 @@ TEST_F(PosixDisk, TimesOutsideOfTheCalendar)
                                                "FileName::TimeLastModified: can not convert time format"))
             << seconds;
     }
-    EXPECT_EQ(time, before);
+    EXPECT_EQ(time, Time(1969, 12, 31, 23, 59, 59, 0));
 }
 
 } // namespace
