@@ -2,23 +2,16 @@
 #include "orv/instrumentation/SimplePerformanceTestRecorder.h"
 #include "orv/instrumentation/internal/WallClock.h"
 
-#include "tests/support/TemporaryDirectory.h"
-
-#include <gtest/gtest.h>
+#include "tests/files/DiskTest.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <locale>
 #include <memory>
 #include <optional>
 #include <set>
 #include <sstream>
-#include <stdexcept>
 #include <string>
-#include <thread>
 #include <utility>
 
 namespace Zan::Orv::Core::Service::Tests {
@@ -26,18 +19,12 @@ namespace {
 
 using Recorder = SimplePerformanceTestRecorder;
 
-std::string ReadFile(std::string const& path)
-{
-    std::ifstream in(path);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
 // The report but for its heading.
 std::string Report(Recorder& recorder)
 {
     TemporaryDirectory const folder;
     recorder.writeResultsToFile(folder / "report");
-    std::string const report = ReadFile(folder / "report");
+    std::string const report = Content(folder / "report");
     std::string const heading = "PERFORMANCE RESULTS\n";
     return report.starts_with(heading) ? report.substr(heading.size()) : "no heading: " + report;
 }
@@ -87,9 +74,6 @@ TEST(SimplePerformanceTestRecorder, ReportsTheTreeOfEachTest)
         {"0 test t 1 in a 2 in b 5 out a 6 in c 9 end other",
          "TEST t\n    SECTION t, time 9, hits 1\n        SECTION a, time 8, hits 1\n"
          "            SECTION b, time 3, hits 1\n            SECTION c, time 3, hits 1\n"},
-        // Outside of a test nothing counts.
-        {"0 in a 1 in b 2 out b 3 test t 4 end t 5 in a 6 out a 7 out a",
-         "TEST t\n    SECTION t, time 1, hits 1\n"},
         // What is open counts up to its last stop.
         {"0 test t 1 in a 1234568 out a 1234569 in a",
          "TEST t\n    SECTION t, time 0, hits 1\n        SECTION a, time 1234567, hits 2\n"},
@@ -101,8 +85,7 @@ TEST(SimplePerformanceTestRecorder, ReportsTheTreeOfEachTest)
     {
         Recorder recorder;
         Play(recorder, script);
-        for (int i = 0; i < 2; ++i)
-            EXPECT_EQ(Report(recorder), report) << script;
+        EXPECT_EQ(Report(recorder), report) << script;
     }
     std::locale::global(before);
 }
@@ -112,33 +95,11 @@ TEST(SimplePerformanceTestRecorder, NumbersLabelsFromOne)
     Recorder recorder;
     EXPECT_EQ(recorder.name(), "SimplePerformanceTestRecorder");
     recorder.startTest("t");
-    recorder.getSectionID("a", "file", 1);
-    recorder.getSectionID("", nullptr, 0);
     EXPECT_EQ(recorder.getSectionID("t", nullptr, 0), reinterpret_cast<void const*>(std::uintptr_t{1}));
     EXPECT_EQ(recorder.getSectionID("a", "other file", 2), reinterpret_cast<void const*>(std::uintptr_t{2}));
-    std::string const labels[] = {"UNKNOWN", "t", "a", "", "UNKNOWN"};
+    std::string const labels[] = {"UNKNOWN", "t", "a", "UNKNOWN"};
     for (std::uintptr_t id = 0; id < std::size(labels); ++id)
         EXPECT_EQ(recorder.getSectionLabel(reinterpret_cast<void const*>(id)), labels[id]) << id;
-    EXPECT_EQ(recorder.getSectionLabel(&recorder), "UNKNOWN");
-}
-
-TEST(SimplePerformanceTestRecorder, LetsADerivedRecorderSpeak)
-{
-    struct Derived : Recorder
-    {
-        std::string getSectionLabel(void const* id) override { return Recorder::getSectionLabel(id) + "!"; }
-        void stopSection(void const* id) override
-        {
-            stopped += getSectionLabel(id);
-            Recorder::stopSection(id);
-        }
-        std::string stopped;
-    };
-    Derived recorder;
-    Play(recorder, "0 test t 0 in a 0 end t");
-    EXPECT_EQ(recorder.stopped, "a!t!");
-    EXPECT_EQ(Report(recorder),
-              "TEST t\n    SECTION t!, time 0, hits 1\n        SECTION a!, time 0, hits 1\n");
 }
 
 TEST(SimplePerformanceTestRecorder, CopiesShareTheirSections)
@@ -161,45 +122,25 @@ TEST(SimplePerformanceTestRecorder, TouchesNoFileWithoutATest)
     recorder.writeResultsToFile(file);
     EXPECT_FALSE(std::ifstream(file).is_open());
 
-    folder.Write("report", std::string(1000, '?'));
-    recorder.writeResultsToFile(file);
-    EXPECT_EQ(ReadFile(file).size(), 1000u);
     recorder.startTest("t");
     recorder.writeResultsToFile(file + "/no folder"); // not reported
     recorder.writeResultsToFile(file);
-    EXPECT_EQ(ReadFile(file), "PERFORMANCE RESULTS\nTEST t\n    SECTION t, time 0, hits 1\n");
+    EXPECT_EQ(Content(file), "PERFORMANCE RESULTS\nTEST t\n    SECTION t, time 0, hits 1\n");
 }
 
 // Each level would take some hundred bytes of the stack if the tree were walked by calls.
 TEST(SimplePerformanceTestRecorder, SurvivesDeepTrees)
 {
-    std::string report;
-    for (int const depth : {100'000, 2'000})
-    {
-        Recorder recorder;
-        recorder.startTest("t");
-        void const* const id = recorder.getSectionID("a", nullptr, 0);
-        for (int level = 2; level <= depth; ++level)
-            recorder.startSection(id);
-        Recorder copy = recorder;
-        if (depth == 2'000) // the report of the other would have 20 GB
-            report = Report(copy);
-    }
-    EXPECT_EQ(std::count(report.begin(), report.end(), '\n'), 1 + 2'000);
-    EXPECT_TRUE(report.ends_with('\n' + std::string(4 * 2'000, ' ') + "SECTION a, time 0, hits 1\n"));
-}
-
-TEST(SimplePerformanceTestRecorder, ClockCountsMillisecondsOfWallTime)
-{
-    using namespace std::chrono;
-    auto const before = steady_clock::now();
-    long long const start = Internal::wallTimeMillis();
-    std::this_thread::sleep_for(50ms);
-    auto const counted = milliseconds(Internal::wallTimeMillis() - start);
-    constexpr milliseconds tick = 20ms; // more than that of any host
-    EXPECT_GE(start, 0);
-    EXPECT_GE(counted, 50ms - tick);
-    EXPECT_LE(counted, steady_clock::now() - before + tick);
+    Recorder recorder;
+    recorder.startTest("t");
+    void const* const id = recorder.getSectionID("a", nullptr, 0);
+    for (int level = 0; level < 2'000; ++level)
+        recorder.startSection(id);
+    EXPECT_TRUE(
+        Report(recorder).ends_with('\n' + std::string(4 * 2'001, ' ') + "SECTION a, time 0, hits 1\n"));
+    Recorder copy = recorder;
+    for (int level = 0; level < 100'000; ++level) // whose report would have 20 GB
+        copy.startSection(id);
 }
 
 // The recorder in use while it lives. Notes the calls. Its ids are addresses in itself, good for nobody else.
@@ -235,44 +176,26 @@ void RunMarkedPlace()
     ORV_TIME_SECTION("inner");
 }
 
-TEST(PerformanceTestTimer, DoesNothingWithoutRecorder)
-{
-    EXPECT_EQ(PerformanceTestControl::recorder(), nullptr);
-    EXPECT_EQ(PerformanceTestControl::getSectionID("a", __FILE__, __LINE__), nullptr);
-    {
-        PerformanceTestControl const test("t");
-        PerformanceTestTimer const byLabel("a", __FILE__, __LINE__);
-        PerformanceTestTimer const byId(nullptr);
-        RunMarkedPlace();
-    }
-    Journal journal;
-    PerformanceTestControl::setRecorder(&journal);
-    std::optional<PerformanceTestControl>("u").reset();
-    EXPECT_EQ(journal.calls, "test u, end u, ") << "t never ran";
-}
-
 TEST(PerformanceTestTimer, ScopesForwardInTheirOrder)
 {
+    EXPECT_EQ(PerformanceTestControl::getSectionID("a", __FILE__, __LINE__), nullptr);
+    std::optional<PerformanceTestControl> unheard("t");
     Journal journal;
     PerformanceTestControl::setRecorder(&journal);
-    try
     {
         PerformanceTestControl const test("t");
         PerformanceTestTimer const byLabel("a", __FILE__, __LINE__);
         void const* const id = PerformanceTestControl::getSectionID("b", __FILE__, __LINE__);
         for (int i = 0; i < 2; ++i)
             PerformanceTestTimer const byId(id);
-        PerformanceTestTimer const again("a", __FILE__, __LINE__);
-        throw std::runtime_error("through the open sections");
     }
-    catch (std::runtime_error const&)
-    {}
+    unheard.reset();
     std::optional<PerformanceTestControl> first("t");
     std::optional<PerformanceTestControl> second("u");
     first.reset(); // stops what runs
     second.reset();
     EXPECT_EQ(journal.calls, "test t, look up a, a starts, look up b, b starts, b stops, b starts, b stops, "
-                             "look up a, a starts, a stops, a stops, end t, "
+                             "a stops, end t, "
                              "test t, end t, test u, end u, ");
 }
 

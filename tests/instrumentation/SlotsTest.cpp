@@ -43,29 +43,6 @@ struct MadeUpModule
         image.segments = {};
         return slots;
     }
-
-    // Walks with each word of the tables replaced by values that lead astray, and cut at each length.
-    template<class Word>
-    void WalkDamaged()
-    {
-        std::vector<std::byte> const whole = data;
-        constexpr Word all = static_cast<Word>(-1);
-        Word const last = static_cast<Word>(whole.size() - 1);
-        for (std::size_t at = 0; at + sizeof(Word) <= whole.size(); at += sizeof(Word))
-            for (Word const word :
-                 {Word{0}, Word{1}, all, all - 7, static_cast<Word>(base), last, all / 2 + 1})
-            {
-                Put(at, word);
-                Slots();
-                data = whole;
-            }
-        for (std::size_t size = 0; size < whole.size(); ++size)
-        {
-            data = std::vector<std::byte>(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
-            Slots();
-        }
-        data = whole;
-    }
 };
 
 // Descriptors at 0x20, names at 0xA0, address tables at 0x100 and every 0x20 behind it.
@@ -109,12 +86,6 @@ TEST(Slots, OfImportsAreTheFirstTableOfKernel32UpToItsFirstZero)
     module.AddImport("KERNEL32.dLL", {31, 32, 0, 34});
     module.AddImport("Kernel32.dll", {41});
     EXPECT_EQ(module.Found(), "320=31 328=32 ");
-
-    PeModule without;
-    without.AddImport("ntdll.dll", {11});
-    EXPECT_EQ(without.Found(), "");
-    without.image.directory = 0;
-    EXPECT_EQ(without.Found(), "");
 }
 
 constexpr std::uint32_t dataSlot = 6;
@@ -199,23 +170,18 @@ TEST(Slots, OfRelocationsAreFoundByValueAndUnboundOnesByName)
     }
 }
 
-TEST(Slots, StayInsideOfAnyModule)
+// Damaged tables are the business of a fuzz target.
+TEST(Slots, ModulesWithoutTablesHaveNone)
 {
     ElfModule elf(0);
     elf.Add(0, dataSlot, 1, functions[0].real);
-    elf.Add(1, dataSlot, 1, functions[0].real);
-    elf.Add(2, callSlot, 1, MadeUpModule::code);
-    ASSERT_EQ(elf.Changes(), "0:malloc 1:malloc 2:malloc ");
-    elf.WalkDamaged<std::uint64_t>();
-    elf.WalkDamaged<std::uint32_t>();
     elf.image.directory = 0;
     EXPECT_EQ(elf.Changes(), "");
 
     PeModule pe;
     pe.AddImport("user32.dll", {11});
     pe.AddImport("kernel32.dll", {21, 22, 23, 24, 25, 26, 27, 28, 29, 30, 31, 32}); // to the very end
-    ASSERT_EQ(pe.Slots().size(), 12u);
-    pe.WalkDamaged<std::uint32_t>();
+    EXPECT_EQ(pe.Slots().size(), 12u);
     pe.image.directory = std::uintptr_t(-8);
     EXPECT_EQ(pe.Found(), "");
 }
