@@ -149,6 +149,7 @@ TEST_F(MemoryTrackerTest, GuardsTurnTrackingOnAndOff)
         EXPECT_TRUE(MemoryTracker::instance().tracking());
         static_cast<void>(MemoryTrackerGuard(true));
         EXPECT_FALSE(MemoryTracker::instance().tracking()) << "an inner guard turns off what was on";
+        MemoryTracker::instance().log("unseen\n");
     }
     EXPECT_THAT(Lines(), ElementsAre(HasSubstr("Memory tracking ON"), HasSubstr("Memory tracking OFF")));
 }
