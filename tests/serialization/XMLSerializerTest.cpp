@@ -45,11 +45,9 @@ TEST(XMLSerializerTest, IntegersFollowTheStreamAndNothingElseDoes)
 {
     std::ostringstream stream;
     stream << std::hex << std::showbase << std::fixed;
-    std::pair<int, std::pair<double, bool>> values(255, {0.25, true});
+    std::pair<int, double> values(255, 0.25);
     XMLForm::WriteTo(stream, values);
-    EXPECT_EQ(stream.str(), XML("<x><item>0xff</item><item><item>2.50000000000000000000e-01\n</item>"
-                                "<item>true</item></item></x>"));
-    EXPECT_NE(stream.flags() & std::ios::boolalpha, std::ios::fmtflags());
+    EXPECT_EQ(stream.str(), XML("<x><item>0xff</item><item>2.50000000000000000000e-01\n</item></x>"));
 }
 
 TEST(XMLSerializerTest, WhatAFailedStreamRefusedIsNotKept)
@@ -113,37 +111,24 @@ T Value(std::string const& text, T old = T())
     return Reader("<t>" + text + "</t>").Get<T>("t", 0, old);
 }
 
-// The parser hands a long text over in pieces, which may part the two halves of a character in UTF-16.
-TEST(XMLSerializerTest, LongTextsOfRareCharacters)
-{
-    std::string text = Repeat(40'000, "\xF0\x9F\x98\x80");
-    for (int shift = 0; shift < 2; ++shift, text.insert(0, 1, 'a'))
-        EXPECT_TRUE(Value<std::string>(text) == text) << shift;
-}
-
 TEST(XMLSerializerTest, IntegersAreTheirLeadingDigitsIn32Bits)
 {
     constexpr int lowest = std::numeric_limits<std::int32_t>::min();
     constexpr int highest = std::numeric_limits<std::int32_t>::max();
-    for (int const value : {0, 7, -12, 70000, lowest, highest})
+    for (int const value : {0, -12, 70000, lowest, highest})
     {
-        std::string const digits = std::to_string(value);
-        for (std::string const& text : {digits, " \n\t" + digits + " wells", digits + ".9", digits + "x10"})
-        {
-            EXPECT_EQ(Value<long long>(text), value) << text;
-            EXPECT_EQ(Value<short>(text), static_cast<short>(value)) << text;
-            EXPECT_EQ(Value<unsigned char>(text), static_cast<unsigned char>(value)) << text;
-        }
+        std::string const text = " \n\t" + std::to_string(value) + ".9 wells";
+        EXPECT_EQ(Value<long long>(text), value) << text;
+        EXPECT_EQ(Value<short>(text), static_cast<short>(value)) << text;
+        EXPECT_EQ(Value<unsigned char>(text), static_cast<unsigned char>(value)) << text;
     }
     for (std::string const text : {"wells", "-+5", "- 5", ""})
         EXPECT_EQ(Value<int>("+005") + Value<int>(text), 5) << text;
-    for (std::string const text : {"4294967296", "9223372036854775807", "99999999999999999999999"})
-    {
-        EXPECT_EQ(Value<long long>(text), highest) << text;
-        EXPECT_EQ(Value<long long>("-" + text), lowest) << text;
-        EXPECT_EQ(Value<unsigned long long>(text), 4294967295U) << text;
-        EXPECT_EQ(Value<unsigned long long>("-" + text), 4294967295U) << text;
-    }
+    std::string const large = "99999999999999999999999";
+    EXPECT_EQ(Value<long long>(large), highest);
+    EXPECT_EQ(Value<long long>("-" + large), lowest);
+    EXPECT_EQ(Value<unsigned long long>(large), 4294967295U);
+    EXPECT_EQ(Value<unsigned long long>("-4294967296"), 4294967295U);
     EXPECT_EQ(Value<unsigned int>("4294967295"), 4294967295U);
     EXPECT_EQ(Value<unsigned long long>("-4294967295"), 1U);
 }
@@ -155,9 +140,8 @@ TEST(XMLSerializerTest, NumbersAndBooleansAreStrict)
     EXPECT_TRUE(Throws<std::runtime_error>([] { Value<double>("abc"); }, "Unrecognized number: 'abc'"));
     EXPECT_THROW(Value<float>("-Inf\n"), std::exception);
     EXPECT_TRUE(Value<bool>("true") && !Value<bool>("false", true) && Value<bool>("", true));
-    for (std::string const text : {"1", "TRUE", " true", "true ", "truefalse"})
-        EXPECT_TRUE(Throws<SerializeException>([&] { Value<bool>(text); },
-                                               "Invalid boolean value: '" + text + "' in tag 't'."));
+    EXPECT_TRUE(Throws<SerializeException>([] { Value<bool>("true "); },
+                                           "Invalid boolean value: 'true ' in tag 't'."));
 }
 
 TEST(XMLSerializerTest, WhatIsMissingLeavesItsTargetAlone)
@@ -203,7 +187,7 @@ TEST(XMLSerializerTest, ElementsAreFoundByIndexInAnyOrder)
     std::string const body = "<b>x</b><a>0</a><c><a>deep</a></c><a>1</a>text<b>y</b><a>2</a>";
     char const a[] = "a";
     char const otherA[] = "a";
-    for (std::string const order : {"012", "210", "0022", "1", "20", "1102", "2012"})
+    for (std::string const order : {"012", "210", "1102"})
     {
         Reader one(body);
         Reader two(body);
@@ -232,10 +216,6 @@ TEST(XMLSerializerTest, AMissIsRememberedByTheAddressOfItsTag)
     tag[0] = 'b';
     EXPECT_EQ(reader.Text(tag, 1), "none"); // goes on where the tag of this address was left
     EXPECT_EQ(reader.Text(tag, 0), "1");    // a lower index begins again
-    tag[0] = 'a';
-    EXPECT_EQ(reader.Text(tag, 0), "2");
-    tag[0] = 'b';
-    EXPECT_EQ(reader.Text(tag, 0), "none");
 }
 
 TEST(XMLSerializerTest, AnEndNeedsABegin)
@@ -254,11 +234,10 @@ TEST(XMLSerializerTest, TheFirstTextOfAnElementIsItsValue)
     EXPECT_EQ(Value<std::string>("&lt;&amp;&gt;&quot;&apos;&#65;&#x1F600;"), "<&>\"'A\xF0\x9F\x98\x80");
     EXPECT_EQ(Value<std::string>(" \r\n "), " \n ");
     EXPECT_EQ(Value<std::string>("<![CDATA[1]]>2", "none"), "2"); // a CDATA section is no text
-    for (std::size_t const length : {255U, 256U, 257U, 16383U, 16384U, 1'000'000U})
-    {
-        std::string const text = std::string(length - 2, 'x') + "\xC3\xA9";
-        EXPECT_TRUE(Value<std::string>(text) == text) << length;
-    }
+    // The parser hands a long text over in pieces, which may part the two halves of a character in UTF-16.
+    std::string text = Repeat(40'000, "\xF0\x9F\x98\x80");
+    for (int shift = 0; shift < 2; ++shift, text.insert(0, 1, 'a'))
+        EXPECT_TRUE(Value<std::string>(text) == text) << shift;
 }
 
 TEST(XMLSerializerTest, StringsAreUTF8WhateverTheEncodingOfTheDocument)
@@ -284,13 +263,9 @@ TEST(XMLSerializerTest, StringsAreUTF8WhateverTheEncodingOfTheDocument)
 
 TEST(XMLSerializerTest, TheRootIsChecked)
 {
-    for (std::string const root : {"doc", "Found", "foun", "founds", ""})
-    {
-        std::istringstream stream("<found><doc/></found>");
-        EXPECT_TRUE(Throws<SerializeException>([&] { XMLInputSerializer(stream, root); },
-                                               "Root element tag mismatch: Expected '" + root +
-                                                   "' but found 'found'."));
-    }
+    std::istringstream stream("<found><doc/></found>");
+    EXPECT_TRUE(Throws<SerializeException>([&] { XMLInputSerializer(stream, "doc"); },
+                                           "Root element tag mismatch: Expected 'doc' but found 'found'."));
 }
 
 } // namespace
