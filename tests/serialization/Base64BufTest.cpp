@@ -56,6 +56,9 @@ TEST(Base64Buf, WhatIsRefusedStays)
     target.limit = 100;
     EXPECT_EQ(buffer.pubsync(), 0);
     EXPECT_EQ(target.text, "ZmZm9vYYg==");
+    buffer.sputc('x');
+    target.limit = 0;
+    target.throws = true; // which the buffer keeps to itself at its end
 }
 
 TEST(Base64Buf, WhatDerivedClassesCall)
@@ -67,13 +70,10 @@ TEST(Base64Buf, WhatDerivedClassesCall)
         using Base64Buf::underflow;
     };
     std::stringbuf target("Zm9vYmFy");
-    {
-        Open reader(&target);
-        EXPECT_EQ(reader.sbumpc(), 'f');
-        EXPECT_EQ(reader.underflow(), 'o'); // the first unread byte has gone
-        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(&reader), {}), "obar");
-    }
-    EXPECT_EQ(target.str(), "Zm9vYmFy"); // a reader writes nothing
+    Open reader(&target);
+    EXPECT_EQ(reader.sbumpc(), 'f');
+    EXPECT_EQ(reader.underflow(), 'o'); // the first unread byte has gone
+    EXPECT_EQ(reader.sgetc(), 'o');
 
     target.str("");
     Open writer(&target);

