@@ -1,6 +1,5 @@
 #include "tests/serialization/Documents.h"
 #include "orv/foundation/Exception.h"
-#include "tests/serialization/StreamBuffers.h"
 #include "tests/support/Model.h"
 #include "tests/support/TemporaryDirectory.h"
 
@@ -126,31 +125,6 @@ TEST(DocumentsTest, EntitiesDoNotMultiply)
 
     std::string const large(20'000, 'x');
     ExpectRefused(document("<!ENTITY e '" + large + "'>", ">" + Repeat(500, "<x>&e;</x>")), "a large one");
-}
-
-TYPED_TEST(DocumentsFormTest, ComeBackThroughEveryStack)
-{
-    std::vector<std::shared_ptr<Node>> graph(30);
-    for (auto& node : graph)
-        node = std::make_shared<Valve>();
-    graph[0]->links = graph;
-    std::string const document = TypeParam::Write(graph);
-    for (std::string const kinds : {"", "z", "6", "z6", "6z"})
-    {
-        std::stringbuf file;
-        {
-            Stack stack(file, kinds);
-            std::ostream stream(stack.Top());
-            TypeParam::WriteTo(stream, graph);
-        }
-        EXPECT_EQ(file.str(), Wrap(document, kinds)) << kinds;
-
-        Stack stack(file, kinds);
-        std::istream stream(stack.Top());
-        std::vector<std::shared_ptr<Node>> read;
-        TypeParam::ReadFrom(stream, read);
-        EXPECT_EQ(TypeParam::Write(read), document) << kinds;
-    }
 }
 
 } // namespace
