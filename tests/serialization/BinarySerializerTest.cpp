@@ -86,7 +86,6 @@ TEST(BinarySerializerTest, AFailureShowsInTheStreamAlone)
         EXPECT_EQ(value, before) << bytes.size();
     };
     unread(short{5}, "a");
-    unread(true, std::string(3, '\0'));
     unread(1.5, "abcdefg");
     unread(std::string("kept"), FromHex("00 00 00 03 61 62"));
 

@@ -117,6 +117,8 @@ TYPED_TEST(SerializerFormTest, AClassThatThePointerCannotHoldIsRefusedAndFreed)
     std::pair<std::shared_ptr<Node>, std::shared_ptr<Valve>> read;
     EXPECT_THROW(TypeParam::Read(TypeParam::Write(both), read), SerializeException);
     EXPECT_TRUE(read.first != nullptr && read.second == nullptr);
+    std::pair<std::shared_ptr<Valve>, int> first;
+    EXPECT_THROW(TypeParam::Read(TypeParam::Write(both), first), SerializeException);
     EXPECT_EQ(Node::Living().size(), 2U);
 
     RawNode* raw = new RawNode;
@@ -129,17 +131,17 @@ TYPED_TEST(SerializerFormTest, AnObjectMadeBeforeAFailureStaysWithItsPointer)
 {
     std::vector<std::shared_ptr<Node>> nodes{std::make_shared<Node>(), std::make_shared<Node>()};
     nodes[1]->phase = Phase::Water;
-    RawNode* raw = new RawNode;
-    raw->left = new RawLeaf;
+    std::set<RawNode*> raw{new RawNode};
+    (*raw.begin())->left = new RawLeaf;
     std::string document = TypeParam::Write(nodes);
     std::string rawDocument = TypeParam::Write(raw);
     document.replace(document.find("Water"), 5, "Steam");
     rawDocument.replace(rawDocument.find("RawLeaf"), 7, "NoClass");
     nodes.clear();
-    raw = nullptr;
+    raw.clear();
     EXPECT_THROW(TypeParam::Read(document, nodes), std::runtime_error);
     EXPECT_THROW(TypeParam::Read(rawDocument, raw), SerializeException);
-    EXPECT_TRUE(nodes.size() == 2 && raw != nullptr);
+    EXPECT_TRUE(nodes.size() == 2 && raw.size() == 1);
 }
 
 TEST(SerializerTest, ReferencesNeedAnObjectOfTheSameKind)

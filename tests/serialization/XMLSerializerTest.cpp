@@ -136,7 +136,6 @@ TEST(XMLSerializerTest, IntegersAreTheirLeadingDigitsIn32Bits)
 TEST(XMLSerializerTest, NumbersAndBooleansAreStrict)
 {
     EXPECT_EQ(Value<double>("1.5\n"), 1.5);
-    EXPECT_EQ(Value<float>("\n 1e-1"), 0.1f);
     EXPECT_TRUE(Throws<std::runtime_error>([] { Value<double>("abc"); }, "Unrecognized number: 'abc'"));
     EXPECT_TRUE(Value<bool>("true") && !Value<bool>("false", true) && Value<bool>("", true));
     EXPECT_TRUE(Throws<SerializeException>([] { Value<bool>("true "); },
@@ -227,7 +226,7 @@ TEST(XMLSerializerTest, TheFirstTextOfAnElementIsItsValue)
     EXPECT_EQ(Value<std::string>(" \r\n "), " \n ");
     EXPECT_EQ(Value<std::string>("<![CDATA[1]]>2", "none"), "2"); // a CDATA section is no text
     // The parser hands a long text over in pieces, which may part the two halves of a character in UTF-16.
-    std::string text = Repeat(40'000, "\xF0\x9F\x98\x80");
+    std::string text = Repeat(40'000, "\xF0\x9F\x98\x80") + "z";
     for (int shift = 0; shift < 2; ++shift, text.insert(0, 1, 'a'))
         EXPECT_TRUE(Value<std::string>(text) == text) << shift;
 }
