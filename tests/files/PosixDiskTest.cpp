@@ -147,6 +147,18 @@ TEST_F(PosixDisk, ACatalogFollowsLinks)
     EXPECT_FALSE(unknown.isValid_);
 }
 
+TEST_F(PosixDisk, OddNamesAreCopiedToAnotherFileSystem)
+{
+    ASSERT_TRUE(fs::is_directory("/dev/shm")) << "needs a second file system, beside that of temporary files";
+    TemporaryDirectory const memory("/dev/shm");
+    std::vector<std::string> const names = {" a b ", "'\"", "\xFF\x80", "new\nline", "C:", "[(", "-rf"};
+    for (std::string const& name : names)
+        EXPECT_EQ(FileName(place.Write("from/" + name)).FileLength(), 7) << name;
+    EXPECT_TRUE(Directory(place / "from").CopyTo(Directory(memory / "to")));
+    EXPECT_THAT(Leaves(memory / "to"), testing::UnorderedElementsAreArray(names));
+    EXPECT_EQ(Content(memory / "to/-rf"), "content");
+}
+
 TEST_F(PosixDisk, PipesAreNotWaitedFor)
 {
     place.Make("from");

@@ -89,11 +89,16 @@ std::string TrackUntilKilled(TemporaryDirectory const& folder, std::chrono::micr
         boost::system::error_code ignored; // of a file that is not there yet
         return fs::exists(file, ignored) && fs::file_size(file, ignored) > 0;
     };
-    while (!hasBegun() && ::waitpid(child, nullptr, WNOHANG) == 0)
+    pid_t ended = 0;
+    while (!hasBegun() && ended == 0)
+    {
         std::this_thread::yield();
+        ended = ::waitpid(child, nullptr, WNOHANG);
+    }
     std::this_thread::sleep_for(life);
-    EXPECT_EQ(::kill(child, SIGKILL), 0) << "it has ended by itself";
-    ::waitpid(child, nullptr, 0);
+    if (ended == 0 && ::kill(child, SIGKILL) == 0)
+        ::waitpid(child, nullptr, 0);
+    EXPECT_EQ(ended, 0) << "it has ended by itself";
     return Content(file);
 }
 
