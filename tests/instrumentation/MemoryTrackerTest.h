@@ -49,9 +49,11 @@ protected:
     /// What a line says of a block, up to the total before. To be made while tracking is off: the text is a block itself.
     static std::string Event(std::string const& what, unsigned long size, std::uintptr_t address)
     {
+        std::uintptr_t const volatile number =
+            address; // or the compiler knows the block again, and that it is freed
         char text[100];
         std::snprintf(text, sizeof text, "%s %lu bytes at %p, was, ", what.c_str(), size,
-                      reinterpret_cast<void const*>(address));
+                      reinterpret_cast<void const*>(number));
         return text;
     }
 
