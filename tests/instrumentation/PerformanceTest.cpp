@@ -2,10 +2,14 @@
 #include "orv/instrumentation/SimplePerformanceTestRecorder.h"
 #include "orv/instrumentation/internal/WallClock.h"
 
-#include "tests/files/DiskTest.h"
+#include "tests/support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <fstream>
+#include <iterator>
 #include <locale>
 #include <memory>
 #include <optional>
@@ -18,6 +22,13 @@ namespace Zan::Orv::Core::Service::Tests {
 namespace {
 
 using Recorder = SimplePerformanceTestRecorder;
+
+// As text: the host has its own line ends.
+std::string Content(std::string const& name)
+{
+    std::ifstream file(name);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
 
 // The report but for its heading.
 std::string Report(Recorder& recorder)
