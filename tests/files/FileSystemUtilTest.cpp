@@ -82,6 +82,11 @@ TEST_F(FileSystemUtilTest, ResettingOpensTheWayToRemoval)
     fs::permissions(place / "tree/sub", fs::owner_read);
     FileSystemUtil::resetReadOnly(place / "tree");
     EXPECT_TRUE(IsWritable(file));
+
+    SetReadOnly(file);
+    SetReadOnly(place / "tree/sub");
+    FileSystemUtil::removeDirs(place / "tree", true);
+    EXPECT_FALSE(fs::exists(place / "tree"));
 }
 
 TEST(FileSystemUtil, ComparesFileNames)

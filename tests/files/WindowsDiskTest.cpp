@@ -2,7 +2,7 @@
 #include "orv/files/FileName.h"
 #include "tests/files/DiskTest.h"
 
-// A disk that ignores case, and the read-only attribute.
+// Drives, a disk that ignores case, and the read-only attribute.
 
 namespace Zan::Orv::Core::Service::Tests {
 namespace {
@@ -18,6 +18,17 @@ TEST_F(WindowsDisk, IgnoresCase)
     EXPECT_FALSE(other.IsCaseSensativeFile());
     EXPECT_TRUE(FileName(place / "SUB/a.txt").IsCaseSensativeFile());
     EXPECT_FALSE(Directory(place / "Sub").CopyContentsTo(Directory(place / "sUB/x"), true));
+}
+
+TEST(Drives, AreRootsWithADirectoryOfTheirOwn)
+{
+    Directory const current = Directory::Current();
+    EXPECT_TRUE(current.IsComplete() && current.IsDirectory());
+    Directory relative("some/where");
+    relative.MakeComplete(current);
+    EXPECT_TRUE(relative.IsDescendantOf(current));
+    EXPECT_TRUE(Directory(current.RootPath()).IsDirectory());
+    EXPECT_FALSE(Directory(current.RootPath()).HasRelativePath());
 }
 
 TEST_F(WindowsDisk, ReadOnlyFilesAreCopiedAndRemoved)
