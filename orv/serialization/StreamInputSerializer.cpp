@@ -71,8 +71,8 @@ void StreamInputSerializer::ReadLine(T& value)
 template<class Number, class T>
 void StreamInputSerializer::ReadLineAs(T& value)
 {
-    auto number =
-        static_cast<Number>(value); // NOLINT(bugprone-signed-char-misuse): small numbers, not characters
+    // Small numbers, not characters. NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c)
+    auto number = static_cast<Number>(value);
     ReadLine(number);
     value = static_cast<T>(number);
 }

