@@ -48,6 +48,7 @@ TEST_P(TimeMatchers, Dates)
                                 "(?:(\\d+)[:.](\\d+)(?:[:.](\\d+)(?:(\\.\\d+))?)?\\s*([[:alpha:]]+)?)?\\s*");
     // The characters at the end of the alphabet come seldom: most of them end every match.
     std::string_view const alphabet = "111122aaaB   \t\n...::-/,111122aaaB   \t\n...::-/,"
+                                      "111122aaaB   \t\n...::-/,111122aaaB   \t\n...::-/,"
                                       "111122aaaB   \t\n...::-/,+_\r\v\f\x80\xE9\xFF\0"sv;
     Pieces characters;
     for (std::size_t i = 0; i < alphabet.size(); ++i)
@@ -69,7 +70,7 @@ TEST_P(TimeMatchers, Dates)
                    }
                    return agrees;
                });
-    EXPECT_GT(found, randomTexts / 20); // or the texts are too wild to tell anything
+    EXPECT_GT(found, randomTexts / 10); // or the texts are too wild to tell anything
 }
 
 std::string ParseOffsetByExpression(std::string rest)
