@@ -161,7 +161,7 @@ void Run(Input& input)
         averager.addSamplePoint(time, value);
         model.addSamplePoint(time, value);
     };
-    for (int step = 0; step < 64 && !input.IsEmpty(); ++step)
+    for (int step = 0; step < 24 && !input.IsEmpty(); ++step)
         switch (input.Below(4))
         {
         case 0: // many at once, forward or back: enough to fill what is stored together

@@ -1,5 +1,5 @@
 #include "orv/datafiles/BufferedBinaryFileReader.h"
-#include "orv/platform/SharedFile.h"
+#include "tests/datafiles/MadeUpHost.h"
 #include "tests/robustness/FailingAllocation.h"
 
 #include <gtest/gtest.h>
@@ -10,74 +10,17 @@
 #include <utility>
 #include <vector>
 
-// The reader on a host that is made up: a file of any size, every call of it noted, and failures to order.
-// This program has the reader compiled in, with what is here in the place of the platform.
-
-namespace Zan::Orv::Core::Service {
-
+namespace Zan::Orv::Core::Service::Tests {
 namespace {
 
 constexpr long long Block = 0x80000;
 
-struct Host
-{
-    long long size = 0;
-    long long position = 0;
-    int failingSeeks = 0; // how many of the next ones fail
-    int failingReads = 0;
-    int openFiles = 0;
-    std::string calls;
-} host;
-
 std::string Bytes(long long position, long long count)
 {
     std::string bytes(static_cast<std::size_t>(count), ' ');
-    for (char& byte : bytes)
-        byte = static_cast<char>((static_cast<unsigned long long>(position++) * 0x9E3779B97F4A7C15u) >> 56);
+    CopyBytes(bytes.data(), position, count);
     return bytes;
 }
-
-} // namespace
-
-namespace Platform {
-
-std::FILE* OpenSharedFile(char const*)
-{
-    ++host.openFiles;
-    return reinterpret_cast<std::FILE*>(&host);
-}
-
-void CloseSharedFile(std::FILE*)
-{
-    --host.openFiles;
-}
-
-bool SeekSharedFile(std::FILE*, long long position, bool fromEnd)
-{
-    host.calls += " seek " + (fromEnd ? "end" : std::to_string(position));
-    host.position = fromEnd ? host.size : position;
-    return host.failingSeeks-- <= 0;
-}
-
-long long TellSharedFile(std::FILE*)
-{
-    return host.position;
-}
-
-bool ReadSharedFile(std::FILE*, char* to, std::size_t count)
-{
-    host.calls += " read " + std::to_string(count);
-    auto const wanted = static_cast<long long>(count);
-    long long const came = std::min(wanted, host.size - host.position);
-    Bytes(host.position, came).copy(to, count);
-    host.position += came;
-    return came == wanted && host.failingReads-- <= 0;
-}
-
-} // namespace Platform
-
-namespace Tests {
-namespace {
 
 // The name of a file of `size` bytes, on a host that works again.
 char const* MakeFile(long long size)
@@ -174,5 +117,4 @@ TEST(BufferedBinaryFileReader, SharesAllWithItsCopy)
 }
 
 } // namespace
-} // namespace Tests
-} // namespace Zan::Orv::Core::Service
+} // namespace Zan::Orv::Core::Service::Tests
