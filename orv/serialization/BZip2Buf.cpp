@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <stdexcept>
+#include <utility>
 
 namespace Zan::Orv::Core::Service {
 
@@ -42,8 +43,8 @@ public:
         return true;
     }
 
-    // Gives up in silence where the target does: there is nothing left to do with the stream then.
-    void Finish()
+    // False when the target refused bytes: there is nothing left to do with the stream then.
+    bool Finish()
     {
         int result = BZ_FINISH_OK;
         while (result == BZ_FINISH_OK)
@@ -51,8 +52,9 @@ public:
             Offer();
             result = BZ2_bzCompress(&stream_, BZ_FINISH);
             if (!WriteBlock())
-                return;
+                return false;
         }
+        return result == BZ_STREAM_END;
     }
 
 private:
@@ -185,12 +187,25 @@ void BZip2Buf::close()
         throw;
     }
     if (auto const impl = std::move(impl_); impl != nullptr && !impl->decompressor.HasEnded())
-        impl->compressor.Finish();
+        Try([&] { return impl->compressor.Finish(); });
+}
+
+// Takes a step that hands bytes to the target, and remembers its failure for those who come too late to hear of it.
+template<class Step>
+bool BZip2Buf::Try(Step step)
+{
+    bool const wasGood = std::exchange(good_, false); // and stays so when the step throws
+    bool const success = step();
+    good_ = wasGood && success;
+    return success;
 }
 
 int BZip2Buf::FlushPutBuffer()
 {
-    if (impl_ == nullptr || !impl_->compressor.Compress(pbase(), static_cast<unsigned>(pptr() - pbase())))
+    if (impl_ == nullptr)
+        return -1;
+    auto const size = static_cast<unsigned>(pptr() - pbase());
+    if (!Try([&] { return impl_->compressor.Compress(pbase(), size); }))
         return -1;
     setp(pbase(), epptr());
     return 0;
@@ -216,7 +231,11 @@ BZip2Buf::int_type BZip2Buf::underflow()
 
 int BZip2Buf::sync()
 {
-    return FlushPutBuffer() != 0 ? -1 : target_->pubsync();
+    if (FlushPutBuffer() != 0)
+        return -1;
+    int result = -1;
+    Try([&] { return (result = target_->pubsync()) != -1; });
+    return result;
 }
 
 } // namespace Zan::Orv::Core::Service

@@ -11,13 +11,15 @@ namespace Zan::Orv::Core::Service {
 /// A stream buffer that encodes what is written and decodes what is read, on the way to and from another
 /// stream buffer, in the standard base64 of RFC 4648.
 ///
-///     std::ofstream file("model.b64");
+///     std::ofstream file("model.b64", std::ios::binary);
 ///     {
 ///         Base64Buf text(file.rdbuf());
 ///         BZip2Buf packed(&text, 9, false);  // buffers stack, and end from the outside in
 ///         std::ostream stream(&packed);
 ///         stream << "text";
 ///     }                                      // here the last characters reach the file
+///
+/// A `BZip2Buf` above flushes before its end: it tells what that means for the text.
 ///
 /// Lines have 64 characters. Each line feed stands behind a full line, so that a shorter last line has none.
 ///

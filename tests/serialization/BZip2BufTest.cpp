@@ -82,6 +82,7 @@ TEST(BZip2Buf, Closing)
     EXPECT_EQ(writer.sputn(RandomBytes(5000).data(), 5000), 4096);
     EXPECT_EQ(writer.pubsync(), -1);
     EXPECT_EQ(writer.sgetc(), std::char_traits<char>::eof());
+    EXPECT_TRUE(writer.good()); // the target has refused nothing
 
     // Whoever stops in the middle has what was decompressed, and leaves an empty stream on the target.
     std::string const stored = Wrap(RandomBytes(5000), "z");
@@ -108,6 +109,7 @@ TEST(BZip2Buf, ClosingOnATargetThatFails)
         target.limit = 100;
         buffer.close();
         EXPECT_EQ(target.text.size(), 10u);
+        EXPECT_FALSE(buffer.good());
     }
 }
 
