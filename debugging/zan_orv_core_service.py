@@ -4,7 +4,8 @@
 
 Memory is read and nothing else: no function of the program is called, so that a core file shows as much as a process.
 What stands behind a pointer to a class that its header does not show is read by its layout, since the library may have
-been built without debug information. What cannot be a value of its class is shown as <invalid>.
+been built without debug information. What cannot be a value of its class is shown as <invalid>, and what gdb knows by
+name alone as <incomplete type>, which is its own word for it.
 """
 
 import datetime
@@ -13,6 +14,7 @@ import gdb
 import gdb.printing
 
 INVALID = "<invalid>"
+INCOMPLETE = "<incomplete type>"
 
 
 class Invalid(Exception):
@@ -103,9 +105,14 @@ def time_text(count):
             f"{second // 3600:02}:{second // 60 % 60:02}:{second % 60:02}.{millisecond:03}{end}")
 
 
+def is_incomplete(value):
+    """True for a class of which the debug information has the name alone."""
+    return not value.type.strip_typedefs().fields()
+
+
 def time_of(value):
     """The text of a Time."""
-    return time_text(int(value["count_"]))
+    return INCOMPLETE if is_incomplete(value) else time_text(int(value["count_"]))
 
 
 # ---- one class each ----
@@ -119,6 +126,8 @@ class Printer:
         self.value = value.referenced_value() if is_reference else value
 
     def to_string(self):
+        if is_incomplete(self.value):
+            return INCOMPLETE
         try:
             return self.text()
         except (gdb.error, Invalid, OverflowError, TypeError, ValueError):
@@ -193,7 +202,7 @@ class TimeAveragerPrinter(Printer):
                 f"{time_of(self.value['firstTime_'])} to {time_of(self.value['lastTime_'])}")
 
     def children(self):
-        if self.to_string() == INVALID:
+        if self.to_string() in (INCOMPLETE, INVALID):
             return
         for time, value in self.samples():
             yield f"[{time}]", "null" if float(value) != float(value) else value
