@@ -5,6 +5,7 @@ include(GNUInstallDirs)
 
 # ---- the library, its public headers, and what finds them: a CMake package and a file for pkg-config ----
 set_target_properties(ZanOrvCoreService PROPERTIES EXPORT_NAME Service)
+target_include_directories(ZanOrvCoreService PUBLIC $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/ZanOrvCoreService)
 install(TARGETS ZanOrvCoreService EXPORT ZanOrvCoreServiceTargets
   RUNTIME COMPONENT runtime
