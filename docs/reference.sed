@@ -1,6 +1,8 @@
 # What Doxygen reads instead of a page: it shows the backticks inside of a link, takes the percent sign off a word, and
-# in tables takes entities for the characters that they stand for.
+# in tables takes entities for the characters that they stand for. The programs of the examples stand in a folder below
+# all pages.
 /^```/,/^```$/!{
+  s/](\([a-z0-9_]*\/[A-Za-z0-9_]*\.cpp\))/](examples\/\1)/g
   s/\[`\([^`]*\)`\](/[\1](/g
   /^|/{
     s/\([ `]\)%/\1%%/g

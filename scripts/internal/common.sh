@@ -1,6 +1,17 @@
-# What the scripts share. To be sourced by bash, with the repository's root as working directory afterwards.
+# What the scripts share. To be sourced by bash, with the repository's root as working directory afterwards. With --help a
+# script prints the comment at its head, and does nothing else.
 
 set -euo pipefail
+
+# show_help: prints that comment.
+show_help() {
+  sed -n '2,/^[^#]/{s/^# \{0,1\}//p}' "$0"
+}
+
+if [ "${1:-}" = --help ]; then
+  show_help
+  exit
+fi
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
 # The Boost that the project is built with. The default of Debian 12, 1.74, can not copy a file to another file system;
@@ -23,9 +34,21 @@ step() {
   printf '\n== %s\n' "$*"
 }
 
-# show_help <file>: prints the comment at the head of a script.
-show_help() {
-  sed -n '2,/^[^#]/{s/^# \{0,1\}//p}' "$1"
+# as_root <command>...: runs a command as root, by sudo where that is needed.
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo "$@"
+  else
+    echo "Only root may do that, and there is no sudo here. Call as root, or install sudo." >&2
+    exit 1
+  fi
+}
+
+# install_packages <package or file>...: installs with all that is needed for it.
+install_packages() {
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$@" >/dev/null
 }
 
 # need <package>...: installs what is missing, on Debian and its kin. Elsewhere it names the packages and stops.
@@ -48,14 +71,9 @@ need() {
     return
   fi
 
-  local as_root=()
-  if [ "$(id -u)" -ne 0 ]; then
-    as_root=(sudo)
-  fi
   step "Installing ${missing[*]}"
-  "${as_root[@]}" apt-get update -qq
-  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" \
-    >/dev/null
+  as_root apt-get update -qq
+  install_packages "${missing[@]}"
 }
 
 # configure_and_build <preset> <target>...: makes the targets of a preset.
