@@ -4,6 +4,7 @@
 ///     find_runs <folder> <run>...
 
 #include "orv/files/CombinedFilters.h"
+#include "orv/files/Directory.h"
 #include "orv/files/ExtensionFilters.h"
 #include "orv/files/FileCatalog.h"
 #include "orv/files/FilenameFilters.h"
@@ -14,6 +15,7 @@
 #include <iostream>
 #include <iterator>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -98,7 +100,9 @@ int main(int argc, char** argv)
     }
     try
     {
-        FileCatalog const folder(argv[1]); // the only look at the disk
+        if (!Directory(argv[1]).IsDirectory()) // which looks like an empty one to a catalog
+            throw std::runtime_error(std::string("There is no folder '") + argv[1] + "'.");
+        FileCatalog const folder(argv[1]); // the only look at the files
         bool good = true;
         for (int i = 2; i < argc; ++i)
             good = PickFor(argv[i], folder) && good;

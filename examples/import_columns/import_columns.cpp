@@ -142,6 +142,8 @@ int main(int argc, char** argv)
     try
     {
         std::ifstream file(argv[1]);
+        if (!file)
+            throw ServiceException("Cannot read '" + std::string(argv[1]) + "'");
         Table table;
         int lineNo = 0;
         ReadHeading(file, table, lineNo);

@@ -20,6 +20,14 @@ using namespace Zan::Orv::Core::Service;
 
 namespace {
 
+// What can be referred to: a letter or an underscore, and then digits as well.
+bool IsName(std::string const& text)
+{
+    std::string const letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_";
+    return text.find_first_of(letters) == 0 &&
+           text.find_first_not_of(letters + "0123456789") == std::string::npos;
+}
+
 // A plan has one event a line, "NAME = expression". What stands behind a # is for people.
 struct Plan
 {
@@ -42,7 +50,9 @@ Plan ReadPlan(std::string const& path)
         std::size_t const sign = line.find('=');
         if (sign == std::string::npos)
             throw std::runtime_error("Line " + std::to_string(number) + ": expected 'NAME = time'.");
-        std::string const name = line.substr(0, line.find_first_of(" \t="));
+        std::string const name = StringTrim(line.substr(0, sign));
+        if (!IsName(name))
+            throw std::runtime_error("Line " + std::to_string(number) + ": '" + name + "' is no name.");
         if (plan.events.count(name) != 0)
             throw std::runtime_error("Line " + std::to_string(number) + ": '" + name + "' is defined twice.");
         plan.events[name] = TimeString(line.substr(sign + 1));
