@@ -10,8 +10,16 @@ using namespace Zan::Orv::Core::Service;
 
 int main()
 {
-    // Calendar arithmetic: a month is as long as it is there.
+    // The ends of three months. Counted from the start, none of them drifts.
     Time const start(2000, 1, 31, 0, 0, 0, 0);
+    for (int months = 1; months <= 3; ++months)
+    {
+        Time end = start;
+        end += TimeOffset(0, months, 0, 0, 0, 0, 0);
+        std::cout << end << '\n';
+    }
+
+    // Calendar arithmetic: a month is as long as it is there.
     TimeOffset const month(0, 1, 0, 0, 0, 0, 0);
     Time report = start;
     report += month;

@@ -5,6 +5,8 @@
 #include "orv/time/TimeSymbolTable.h"
 
 #include <iostream>
+#include <list>
+#include <string>
 
 using namespace Zan::Orv::Core::Service;
 
@@ -33,14 +35,14 @@ int main()
     plan["START"] = TimeString("1 MAR 2000");
     std::cout << resolver.getTime(TimeString("REVIEW + 12h")) << '\n';
 
-    // What is in force at a moment?
+    // What is in force at a moment: the latest event that is not after it?
     TimeStringOrderer orderer(resolver);
     for (auto const& [name, definition] : plan)
         orderer.insert(TimeString(name));
     for (TimeString const& event : orderer.current(Time(2001, 8, 30, 0, 0, 0, 0)))
         std::cout << "in force: " << event.GetString() << '\n';
 
-    // Is the whole plan sound? Each name that is not is told.
+    // Is the whole plan sound? The names of those that are not are listed.
     plan["END"] = TimeString("ABANDONMENT");
     std::list<std::string> invalid;
     if (!TimeSymbolTable::IsValid(plan, &invalid))

@@ -1,6 +1,7 @@
 #include "orv/instrumentation/PerformanceTestTimer.h"
 #include "orv/instrumentation/SimplePerformanceTestRecorder.h"
 
+#include <cstddef>
 #include <fstream>
 #include <iostream>
 #include <string>

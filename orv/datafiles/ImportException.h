@@ -8,7 +8,7 @@
 namespace Zan::Orv::Core::Service {
 
 /// A line of a text file that can not be imported. For the program that reads the file: the library itself
-/// does not throw it.
+/// does not throw it. A value, as any exception.
 class ORV_API ImportException : public Exception
 {
 public:

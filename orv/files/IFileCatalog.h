@@ -9,7 +9,8 @@ namespace Zan::Orv::Core::Service {
 
 class PathCacheEntry;
 
-/// The files of one directory as a list in memory. A `FilteredFileFinder` is made of one, and is one.
+/// The files of one directory as a list in memory. A `FilteredFileFinder` is made of one, and is one. The library's
+/// own do not change once they are made, so that any number of threads may read one.
 class ORV_API IFileCatalog
 {
 public:

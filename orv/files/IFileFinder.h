@@ -14,7 +14,7 @@ class PathFilter;
 /// A catalog that answers which of its files a filter accepts. Results are full paths: the root, a separator,
 /// and the name in the case that it has on the disk. Several results stand in the order of the catalog, and
 /// where one is asked for, the first in that order is taken without comment. No result is an empty text or an
-/// empty vector.
+/// empty vector. The library's own may be asked by any number of threads.
 ///
 /// Where several filters are given, the earlier ones come first: "the file of this name, or else those with
 /// that extension". No pointer may be null.

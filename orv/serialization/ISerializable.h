@@ -6,7 +6,8 @@ namespace Zan::Orv::Core::Service {
 
 class Serializer;
 
-/// Base of everything that can be stored. One operation names the fields, and serves both directions:
+/// Base of everything that can be stored. One operation names the fields, and serves both directions, on the thread of
+/// the serializer:
 ///
 ///     class Well : public ISerializable
 ///     {

@@ -15,6 +15,9 @@ namespace Zan::Orv::Core::Service {
 /// null and a missing array as empty. An empty element leaves a string unchanged too. Strings arrive as
 /// UTF-8.
 ///
+/// An integer that is none reads as 0. A `double` or `float` that is none throws the `std::exception` or
+/// `std::runtime_error` of `IEEEFromString`, a `bool` a `SerializeException`.
+///
 /// 64-bit integers are read as 32-bit ones and saturate at those limits.
 ///
 /// Nothing outside the stream is ever read: an external entity is refused. Internal entities may expand a

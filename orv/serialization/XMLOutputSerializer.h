@@ -13,7 +13,8 @@ namespace Zan::Orv::Core::Service {
 ///
 /// Tags and class names must be XML names. Strings are written as bytes, with the five markup characters
 /// escaped; the document is UTF-8 when they are. Control characters that XML does not allow are not changed:
-/// such a document can be written but not read back. One thread at a time, stream included.
+/// such a document can be written but not read back. A carriage return is read back as a line feed, or as
+/// nothing before one, as in every XML document. One thread at a time, stream included.
 class ORV_API XMLOutputSerializer : public ISerializerImpl
 {
 public:

@@ -19,6 +19,7 @@
 ///
 /// Both sides count whole milliseconds, so what fits comes back the same. A moment or a duration in finer units does not
 /// convert by itself: round it as it is meant, by `std::chrono::floor<std::chrono::milliseconds>` or one of its kin.
+/// Functions of values, safe on any thread.
 
 /// Defined where the standard library has the calendar. libstdc++ has had it long before it had all that the feature's
 /// number promises.

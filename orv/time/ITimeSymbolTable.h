@@ -8,7 +8,7 @@ namespace Zan::Orv::Core::Service {
 
 class TimeString;
 
-/// What evaluation needs of a table of symbols.
+/// What evaluation needs of a table of symbols. It is asked on the thread that evaluates.
 class ORV_API ITimeSymbolTable
 {
 public:

@@ -33,7 +33,8 @@ ORV_API Time ParseTime(std::string const& text, bool twoDigitYears2000);
 
 /// Evaluates a time that may be symbolic: a date of the first form or the name of a symbol, and signed offsets behind
 /// it, as in "START + 2 months - 3 days". A name is looked up in `table`, and its definition evaluated in the same way;
-/// offsets of a definition are applied before those of what refers to it. A name always wins over a date.
+/// offsets of a definition are applied before those of what refers to it. A name always wins over a date. It is a letter
+/// or an underscore and then letters, digits and underscores; no text refers to any other name that a table holds.
 ///
 /// A chain of definitions may have any length. Safe as the first form is, and as reading `table` is.
 /// \throws TimeException for a name that is not defined or defined by itself, for a text with a line break inside, and

@@ -11,7 +11,8 @@
 namespace Zan::Orv::Core::Service {
 
 /// Symbols and their definitions: a map with a second face. Names are compared byte by byte. Nothing is checked on the
-/// way in. Reading one on several threads is safe while nobody changes it.
+/// way in, not even whether a text can refer to a name: see `ParseTime`. Reading one on several threads is safe while
+/// nobody changes it.
 ///
 ///     TimeSymbolTable table;
 ///     table["START"] = TimeString("1 JAN 2000");
