@@ -2,11 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <unordered_map>
+#include <map>
 #include <utility>
 #include <vector>
 
-/// Who is who in a document. Graphs of many objects spend most of their time here, so both tables are flat.
+/// Who is who in a document. Graphs of many objects spend most of their time here, so both tables are flat where they can
+/// be. What a document chooses is not hashed: it could choose what falls together.
 
 namespace Zan::Orv::Core::Service::Internal {
 
@@ -77,7 +78,7 @@ public:
         else if (id >= 1 && id < next)
             inOrder_[static_cast<std::size_t>(id - 1)] = object;
         else
-            others_.insert_or_assign(id, object);
+            others_.insert_or_assign(others_.end(), id, object); // they mostly rise
     }
 
     /// Null for an identity that was not read.
@@ -91,7 +92,7 @@ public:
 
 private:
     std::vector<Pointer> inOrder_;
-    std::unordered_map<int, Pointer> others_;
+    std::map<int, Pointer> others_;
 };
 
 } // namespace Zan::Orv::Core::Service::Internal

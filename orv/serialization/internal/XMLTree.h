@@ -2,10 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
+#include <map>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace Zan::Orv::Core::Service::Internal {
@@ -67,12 +68,6 @@ private:
         std::size_t textEnd = 0;
     };
 
-    struct NameHash
-    {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>()(name); }
-    };
-
     Name Intern(std::string_view name);
     Node Append(Node parent, Name name);
 
@@ -83,7 +78,8 @@ private:
     std::string texts_;
     std::string buffer_;
     std::u16string pair_;
-    std::unordered_map<std::string, Name, NameHash, std::equal_to<>> namesByText_;
+    std::map<std::string, Name, std::less<>>
+        namesByText_; // not hashed: a document could choose what falls together
     std::vector<std::string const*> names_;
 };
 

@@ -7,9 +7,8 @@
 #include "orv/time/TimeString.h"
 #include "orv/time/internal/ExpressionMatcher.h"
 
-#include <algorithm>
+#include <set>
 #include <string_view>
-#include <unordered_set>
 
 namespace Zan::Orv::Core::Service::Internal {
 
@@ -20,36 +19,6 @@ struct SymbolEvaluator::Level
     std::string name;
     std::string offsets;
 };
-
-namespace {
-
-// The names of a chain, to notice one that comes again. Most chains are short, and then looking at all is the fastest.
-class ChainNames
-{
-public:
-    // False when the name is there already.
-    bool Add(std::string const& name)
-    {
-        if (inOrder_.size() < shortLength)
-        {
-            if (std::find(inOrder_.begin(), inOrder_.end(), name) != inOrder_.end())
-                return false;
-            inOrder_.push_back(name);
-            return true;
-        }
-        if (all_.empty())
-            all_.insert(inOrder_.begin(), inOrder_.end());
-        return all_.insert(name).second;
-    }
-
-private:
-    static constexpr std::size_t shortLength = 8;
-
-    std::vector<std::string> inOrder_;
-    std::unordered_set<std::string> all_;
-};
-
-} // namespace
 
 // A chain is followed to its end before anything is calculated, and then back: in a loop, so that it may have any length.
 Time SymbolEvaluator::EvaluateChain(std::string const& text, bool remember)
@@ -79,9 +48,11 @@ Time SymbolEvaluator::EvaluateChain(std::string const& text, bool remember)
     }
 }
 
+// Goes on past a name that comes again, up to twice as far: it is compared with one name alone, the last at a power of
+// two (Brent). Looking back for the first that came again is left to those chains that do.
 Time SymbolEvaluator::FollowChain(std::string const& text, std::vector<Level>& levels)
 {
-    ChainNames names;
+    std::size_t mark = 1;
     TimeString definition(text);
     while (true)
     {
@@ -97,13 +68,25 @@ Time SymbolEvaluator::FollowChain(std::string const& text, std::vector<Level>& l
         auto const known = known_.find(name);
         if (known != known_.end() && known->second)
             return *known->second;
-        if (!names.Add(name))
-            throw TimeException("Symbolic time is defined by itself: '" + name + "'");
+        levels.push_back({name, {}});
+        std::size_t const last = levels.size() - 1;
+        if (last > mark && levels[mark].name == name)
+            throw TimeException("Symbolic time is defined by itself: '" + FirstRepeated(levels) + "'");
+        if (last == 2 * mark)
+            mark = last;
         definition = table_ != nullptr ? table_->find(name) : TimeString();
         if (!definition.IsDefined() || known != known_.end())
             throw TimeException("Symbolic time is not defined: '" + name + "'");
-        levels.push_back({std::move(name), {}});
     }
+}
+
+std::string const& SymbolEvaluator::FirstRepeated(std::vector<Level> const& levels)
+{
+    std::set<std::string_view> seen;
+    auto level = levels.begin();
+    while (seen.insert(level->name).second)
+        ++level;
+    return level->name;
 }
 
 Time SymbolEvaluator::Evaluate(std::string const& text)

@@ -2,9 +2,9 @@
 
 #include "orv/time/Time.h"
 
+#include <map>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace Zan::Orv::Core::Service {
@@ -34,10 +34,12 @@ private:
     Time EvaluateChain(std::string const& text, bool remember);
     /// The moment at the end of a chain of definitions, and the levels that lead to it.
     Time FollowChain(std::string const& text, std::vector<Level>& levels);
+    /// The name that comes again the earliest, in a chain where one does.
+    static std::string const& FirstRepeated(std::vector<Level> const& levels);
 
     ITimeSymbolTable const* table_;
     bool twoDigitYears2000_;
-    std::unordered_map<std::string, std::optional<Time>> known_; // without a time where there is none
+    std::map<std::string, std::optional<Time>> known_; // without a time where there is none
 };
 
 } // namespace Internal
