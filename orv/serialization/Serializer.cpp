@@ -1,11 +1,12 @@
 #include "orv/serialization/Serializer.h"
 
 #include "orv/foundation/Exception.h"
-#include "orv/platform/StackLimit.h"
+#include "orv/platform/ThreadStack.h"
 #include "orv/platform/TypeName.h"
 #include "orv/serialization/Factory.h"
 #include "orv/serialization/ISerializerImpl.h"
 #include "orv/serialization/internal/IdentityTables.h"
+#include "orv/serialization/internal/StackLimit.h"
 
 #include <algorithm>
 #include <typeinfo>
@@ -46,7 +47,9 @@ class Serializer::Nesting
 public:
     Nesting(Serializer& serializer, char const* tag) : depth_(serializer.depth_)
     {
-        if (Platform::StackIsLow())
+        if (depth_ == 0)
+            serializer.outermost_ = Platform::StackPosition();
+        if (Internal::StackIsLow(serializer.outermost_))
             throw SerializeException(std::string("Failed to serialize object with tag '") + tag +
                                      "': Objects are nested " + std::to_string(depth_) +
                                      " deep, which is as deep as the stack allows.");

@@ -5,6 +5,7 @@
 #include "orv/serialization/SerializeKind.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -35,11 +36,13 @@ class ISerializerImpl;
 /// Pointers. The first sight of an object stores it whole under the name of its class (see `Factory`), every
 /// further one stores a reference, so that cycles end and shared objects stay shared. What was read by raw
 /// pointers belongs to the caller, each object once. A raw and a shared pointer to one object store it twice:
-/// use one kind in a graph. Shared objects live at least as long as the serializer.
+/// use one kind in a graph. Shared objects live at least as long as the serializer. A document can say that they
+/// own each other in a circle: who reads one from a stranger breaks such circles, or they are never freed.
 ///
 /// Depth. Objects nest on the stack, 340 to 390 bytes for each level of a chain in an optimised program: more
 /// than 20,000 levels on a stack of 8 MiB, 2,000 on one of 1 MiB. A graph too deep for the thread's stack ends
-/// in a `SerializeException`, not in a crash.
+/// in a `SerializeException`, not in a crash. So does one that is more than 32 KiB deep on a stack that is not
+/// the thread's own: nobody knows where that of a coroutine ends. (Windows knows those of its fibers.)
 ///
 /// Failures are exceptions. Nothing is rolled back: a failed read leaves its targets partly filled, and an
 /// object made before the failure stays with the pointer that received it.
@@ -140,7 +143,8 @@ private:
     bool const reading_;
     IExhaustible const* const exhaustible_;
     std::size_t depth_ = 0;
-    std::size_t room_ = 0; // bytes, taken for the elements of the arrays that are being read
+    std::uintptr_t outermost_ = 0; // where on the stack the outermost object is served
+    std::size_t room_ = 0;         // bytes, taken for the elements of the arrays that are being read
     std::unique_ptr<Tables> tables_;
 };
 

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 /// One small graph with a field of every kind, a shared node and a cycle, in and out of each form.
 
@@ -47,6 +48,25 @@ std::string WholeDocument()
     Plant plant;
     Fill(plant);
     return Form::Write(plant);
+}
+
+/// Writes and reads a chain of objects. What length is read; a graph that is too deep is an exception.
+template<class Form>
+int PassChain(int length)
+{
+    GraphGuard const guard;
+    RawNode* first = nullptr;
+    for (int i = 0; i < length; ++i)
+    {
+        auto* const node = new RawNode;
+        node->left = std::exchange(first, node);
+    }
+    RawNode* read = nullptr;
+    Form::Read(Form::Write(first), read);
+    int found = 0;
+    for (; read != nullptr; read = read->left)
+        ++found;
+    return found;
 }
 
 template<class Form>

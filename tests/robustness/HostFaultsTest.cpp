@@ -1,7 +1,9 @@
+#include "Graphs.h"
 #include "orv/files/Directory.h"
 #include "orv/files/FileName.h"
 #include "orv/files/FileSystemUtil.h"
 #include "orv/files/FileUtils.h"
+#include "orv/foundation/Exception.h"
 #include "orv/instrumentation/MemoryTracker.h"
 #include "tests/files/DiskTest.h"
 
@@ -12,9 +14,12 @@
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <thread>
+#include <ucontext.h>
 #include <unistd.h>
+#include <vector>
 
-// What the host does to a program at work: no more room on the disk, and an end without a word.
+// What the host does to a program at work: no more room on the disk, a stack whose end nobody knows, and an end without a
+// word.
 
 namespace Zan::Orv::Core::Service::Tests {
 namespace {
@@ -117,6 +122,35 @@ TEST(KilledProcess, LeavesWholeLinesUpToTheLast)
         }
         EXPECT_GT(number, 0);
     }
+}
+
+TYPED_TEST(FormTest, GraphsOnTheStackOfACoroutine)
+{
+    static bool isShallowRead;
+    static bool isDeepRefused;
+    isShallowRead = isDeepRefused = false;
+    std::vector<char> stack(std::size_t{1} << 20);
+    ucontext_t here;
+    ucontext_t coroutine;
+    ::getcontext(&coroutine);
+    coroutine.uc_stack.ss_sp = stack.data();
+    coroutine.uc_stack.ss_size = stack.size();
+    coroutine.uc_link = &here;
+    auto const run = [] {
+        isShallowRead = PassChain<TypeParam>(5) == 5;
+        try
+        {
+            PassChain<TypeParam>(100'000);
+        }
+        catch (SerializeException const&)
+        {
+            isDeepRefused = true;
+        }
+    };
+    ::makecontext(&coroutine, run, 0);
+    ASSERT_EQ(::swapcontext(&here, &coroutine), 0);
+    EXPECT_TRUE(isShallowRead);
+    EXPECT_TRUE(isDeepRefused);
 }
 
 } // namespace

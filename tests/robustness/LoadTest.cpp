@@ -16,7 +16,6 @@
 #include <sstream>
 #include <string>
 #include <thread>
-#include <utility>
 #include <vector>
 
 namespace Zan::Orv::Core::Service::Tests {
@@ -27,21 +26,9 @@ TYPED_TEST(FormTest, LongChains)
 {
     for (int const length : {1'000, 100'000})
     {
-        GraphGuard const guard;
-        RawNode* first = nullptr;
-        for (int i = 0; i < length; ++i)
-        {
-            auto* const node = new RawNode;
-            node->left = std::exchange(first, node);
-        }
         try
         {
-            RawNode* read = nullptr;
-            TypeParam::Read(TypeParam::Write(first), read);
-            int found = 0;
-            for (; read != nullptr; read = read->left)
-                ++found;
-            EXPECT_EQ(found, length);
+            EXPECT_EQ(PassChain<TypeParam>(length), length);
         }
         catch (SerializeException const& e)
         {
