@@ -136,6 +136,20 @@ struct HasReserve<T, std::void_t<decltype(std::declval<T&>().reserve(std::size_t
 {
 };
 
+/// True for a map that holds one element for each key, and knows whether it does.
+template<class T, class = void>
+struct IsUniqueMap : std::false_type
+{
+};
+template<class T>
+struct IsUniqueMap<
+    T, std::void_t<typename T::mapped_type,
+                   decltype(std::declval<T&>().insert(std::declval<typename T::value_type>()).second),
+                   decltype(std::declval<T&>().count(std::declval<typename T::key_type const&>()))>>
+    : std::true_type
+{
+};
+
 /// What a scalar travels as that has no overload of its own.
 template<class T>
 using StoredType =

@@ -269,6 +269,14 @@ void Serializer::CheckElement(char const* tag, std::size_t position, std::size_t
                                  std::to_string(count) + ".");
 }
 
+// What is read behind the end of the input is all the same: then the end is the reason.
+void Serializer::RefuseKnownKey(char const* tag, std::size_t position, std::size_t count) const
+{
+    CheckElement(tag, position, count);
+    throw SerializeException(std::string("Failed to deserialize array with tag '") + tag + "': Element " +
+                             std::to_string(position + 1) + " has the key of an earlier one.");
+}
+
 void Serializer::ThrowWrongLength(char const* tag, std::size_t expected, std::size_t found)
 {
     throw SerializeException(std::string("Failed to deserialize array with tag '") + tag + "': Expected " +

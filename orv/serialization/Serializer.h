@@ -76,7 +76,8 @@ public:
     /// so that a buffer which holds another tag each time may miss fields.
     /// `index` tells siblings with the same tag apart.
     /// \throws SerializeException for an unknown class or identity, a stored class of the wrong type, an
-    ///     array of the wrong length, a graph too deep for the stack, or what the back end finds wrong.
+    ///     array of the wrong length, a map or set with two equal keys, a graph too deep for the stack, or what
+    ///     the back end finds wrong.
     /// \throws std::exception what values say of a text that is none: numbers (`XMLInputSerializer`,
     ///     `StreamInputSerializer`), times (`Time`), enumerations (`EnumWrapper`).
     template<class T>
@@ -120,6 +121,7 @@ private:
     void EndArray(char const* tag);
     std::size_t TakeRoom(std::size_t count, std::size_t elementSize);
     void CheckElement(char const* tag, std::size_t position, std::size_t count) const;
+    [[noreturn]] void RefuseKnownKey(char const* tag, std::size_t position, std::size_t count) const;
     [[noreturn]] static void ThrowWrongLength(char const* tag, std::size_t expected, std::size_t found);
 
     Tables& GetTables();
@@ -134,8 +136,8 @@ private:
     void WriteElements(T& elements, char const* tag, std::size_t index);
     template<class T>
     void ReadElements(T& elements, char const* tag, std::size_t index);
-    template<class T>
-    void SerializePair(T& pair, char const* tag, std::size_t index);
+    template<class T, class CheckFirst>
+    void SerializePair(T& pair, char const* tag, std::size_t index, CheckFirst checkFirst);
     template<class T>
     void SerializeOptional(T& optional, char const* tag, std::size_t index);
 
@@ -163,7 +165,7 @@ void Serializer::Serialize(T& value, char const* tag, std::size_t index)
     else if constexpr (kind == SerializeKind::SharedPointer)
         SerializeShared(value, tag, index);
     else if constexpr (kind == SerializeKind::Pair)
-        SerializePair(value, tag, index);
+        SerializePair(value, tag, index, [] {});
     else if constexpr (kind == SerializeKind::Optional)
         SerializeOptional(value, tag, index);
     else
@@ -285,14 +287,23 @@ void Serializer::ReadElements(T& elements, char const* tag, std::size_t index)
             // An object that was read before a failure stays with the container too.
             try
             {
-                Serialize(element, Detail::ElementTag, position);
+                if constexpr (Detail::IsUniqueMap<T>::value)
+                    SerializePair(element, Detail::ElementTag, position, [&] {
+                        if (elements.count(element.first) != 0)
+                            RefuseKnownKey(tag, position, count);
+                    });
+                else
+                    Serialize(element, Detail::ElementTag, position);
             }
             catch (...)
             {
                 elements.insert(elements.end(), std::move(element));
                 throw;
             }
+            std::size_t const before = elements.size();
             elements.insert(elements.end(), std::move(element));
+            if (elements.size() == before)
+                RefuseKnownKey(tag, position, count);
         }
         CheckElement(tag, position, count);
     }
@@ -300,8 +311,10 @@ void Serializer::ReadElements(T& elements, char const* tag, std::size_t index)
     EndArray(tag);
 }
 
-template<class T>
-void Serializer::SerializePair(T& pair, char const* tag, std::size_t index)
+// A key is looked at before its value is read: an object that belongs to a raw pointer must not come to a map that has no
+// place for it.
+template<class T, class CheckFirst>
+void Serializer::SerializePair(T& pair, char const* tag, std::size_t index, CheckFirst checkFirst)
 {
     std::size_t count = reading_ ? 0 : 2;
     StartArray(tag, index, count);
@@ -312,6 +325,7 @@ void Serializer::SerializePair(T& pair, char const* tag, std::size_t index)
         // The key of a map's element is constant; it is only written then.
         using First = std::remove_const_t<typename T::first_type>;
         Serialize(const_cast<First&>(pair.first), Detail::ElementTag, 0);
+        checkFirst();
         Serialize(pair.second, Detail::ElementTag, 1);
     }
     EndArray(tag);

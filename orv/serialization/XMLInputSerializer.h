@@ -13,7 +13,9 @@ namespace Zan::Orv::Core::Service {
 ///
 /// It is forgiving: a field that the document lacks leaves its target unchanged, a missing pointer reads as
 /// null and a missing array as empty. An empty element leaves a string unchanged too. Strings arrive as
-/// UTF-8.
+/// UTF-8. Only a value that is stored as a text, and has none then, may refuse that: a `Time` throws its
+/// `TimeException` and an `EnumWrapper` its `std::runtime_error`. Let a class that got such a field later look
+/// at a number of its version first.
 ///
 /// An integer that is none reads as 0. A `double` or `float` that is none throws the `std::exception` or
 /// `std::runtime_error` of `IEEEFromString`, a `bool` a `SerializeException`.

@@ -18,7 +18,8 @@ namespace Zan::Orv::Core::Service {
 class ORV_API XMLOutputSerializer : public ISerializerImpl
 {
 public:
-    /// `stream` is borrowed and must outlive this object. Its flags and its locale apply to integers;
+    /// `stream` is borrowed and must outlive this object. Its flags and its locale apply to integers, and
+    /// what is not decimal or is grouped does not come back as it was;
     /// `boolalpha` is set at the first `bool` and stays. A failed stream swallows the rest.
     XMLOutputSerializer(std::ostream& stream, std::string const& rootTag);
     XMLOutputSerializer(XMLOutputSerializer const&) = delete;

@@ -170,6 +170,24 @@ TEST(SerializerTest, ReferencesNeedAnObjectOfTheSameKind)
     }
 }
 
+TEST(SerializerTest, EqualKeysAreAFailureAndLoseNothing)
+{
+    GraphGuard const guard;
+    std::string const element = "2\n7\nTests::RawNode 1\n1\n# 0\n# 0\n";
+    std::map<int, RawNode*> nodes;
+    EXPECT_TRUE(Throws<SerializeException>(
+        [&] { TextForm::Read("2\n" + element + element, nodes); },
+        "Failed to deserialize array with tag 'x': Element 2 has the key of an earlier one."));
+    EXPECT_EQ(nodes.size(), 1U);
+    EXPECT_EQ(RawNode::Living().size(), 1U);
+
+    std::set<std::string> names;
+    EXPECT_THROW(XMLForm::Read(XML("<x><item>a</item><item>a</item></x>"), names), SerializeException);
+    EXPECT_TRUE(Throws<SerializeException>(
+        [&] { BinaryForm::Read(std::string("\0\0\0\2\0\0\0\0", 8), names); },
+        "Failed to deserialize array with tag 'x': The input ended at element 2 of 2."));
+}
+
 template<class T, int... mark>
 ISerializable* Make()
 {
