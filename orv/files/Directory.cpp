@@ -1,5 +1,6 @@
 #include "orv/files/Directory.h"
 
+#include "orv/files/internal/GivenExpression.h"
 #include "orv/files/internal/TreeCopy.h"
 #include "orv/foundation/Exception.h"
 #include "orv/foundation/Strings.h"
@@ -9,7 +10,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <regex>
 #include <utility>
 
 namespace Zan::Orv::Core::Service {
@@ -156,18 +156,17 @@ class LeafFilter
 public:
     LeafFilter(std::string const& filter, bool ignoreCase)
     {
-        auto const flags = std::regex::ECMAScript | (ignoreCase ? std::regex::icase : std::regex::ECMAScript);
         if (!filter.empty())
-            expression_.emplace(filter.c_str(), flags); // up to the first NUL
+            expression_.emplace(filter.c_str(), ignoreCase); // up to the first NUL
     }
 
     bool Finds(fs::path const& path) const
     {
-        return !expression_ || std::regex_search(path.filename().string(), *expression_);
+        return !expression_ || expression_->IsFoundIn(path.filename().string());
     }
 
 private:
-    std::optional<std::regex> expression_;
+    std::optional<Internal::GivenExpression> expression_;
 };
 
 struct Query

@@ -139,7 +139,7 @@ public:
     bool DeleteNoThrow() const;
     /// Removes the entries, with all inside them, whose own name `filter` finds, as `Find` does. True when
     /// anything was removed.
-    /// \throws std::regex_error before anything is removed.
+    /// \throws std::regex_error for a filter that `Find` refuses, before anything is removed.
     bool DeleteContent(std::string const& filter, bool ignoreCase) const;
     static bool DeleteContent(std::string const& directory, std::string const& filter, bool ignoreCase);
 
@@ -150,7 +150,8 @@ public:
     /// order is the host's.
     ///
     /// Empty when this is no directory.
-    /// \throws std::regex_error
+    /// \throws std::regex_error for a filter that is none, has more than 4,000 characters, where "a{3}" counts as "aaa", or
+    ///     groups more than 500 deep; and for a name of more than 500 bytes, where the filter refers back to a group.
     std::vector<std::string> Find(std::string const& filter, bool ignoreCase, bool fullPath,
                                   bool includeDirectories, bool includeFiles, bool recursive) const;
 

@@ -2,6 +2,7 @@
 
 #include "orv/files/internal/FileComparison.h"
 #include "orv/files/internal/FreeName.h"
+#include "orv/files/internal/GivenExpression.h"
 #include "orv/files/internal/TolerantComparison.h"
 #include "orv/foundation/Strings.h"
 
@@ -11,7 +12,6 @@
 #include <array>
 #include <fstream>
 #include <limits>
-#include <regex>
 #include <string_view>
 
 namespace Zan::Orv::Core::Service {
@@ -163,7 +163,7 @@ long long FileUtils::ComputeLineNumber(FileName const& file, std::streampos cons
 
 struct FileUtils::ExtensionMatcher::Expression
 {
-    std::regex regex;
+    Internal::GivenExpression value;
 };
 
 FileUtils::ExtensionMatcher::ExtensionMatcher(std::vector<std::string> const& extensions, bool caseSensitive)
@@ -178,19 +178,13 @@ void FileUtils::ExtensionMatcher::SetMatchCriteria(std::vector<std::string> cons
     for (std::size_t i = 0; i < extensions.size(); ++i)
         text += (i == 0 ? "" : "|") + extensions[i];
     text += ")\\Z";
-    auto const flags = std::regex::ECMAScript | (caseSensitive ? std::regex::ECMAScript : std::regex::icase);
-    expression_ = std::make_shared<Expression const>(Expression{std::regex(text, flags)});
+    expression_ =
+        std::make_shared<Expression const>(Expression{Internal::GivenExpression(text, !caseSensitive)});
 }
 
 bool FileUtils::ExtensionMatcher::operator()(std::string const& name) const
 {
-    // The matcher calls itself once a byte; this leaves it in a stack of 1 MiB.
-    constexpr std::size_t longest = 2000;
-    if (!expression_)
-        return false;
-    if (name.size() > longest)
-        throw std::regex_error(std::regex_constants::error_stack);
-    return std::regex_match(name, expression_->regex);
+    return expression_ && expression_->value.Matches(name);
 }
 
 // ---- FileUtils::FileNameLess ----

@@ -58,7 +58,7 @@ public:
     /// A number is taken when a name in the directory has it in the same place with a '.', a '|' or a 'z'
     /// behind it, without regard to case, whatever the extension; a name that ends with the number does not
     /// count. The root name is read as an ECMAScript expression.
-    /// \throws std::regex_error when it is none.
+    /// \throws std::regex_error when it is none, or as for `Directory::Find`.
     /// \throws std::runtime_error when it finds a name whatever the number, as the alternatives of "a|b" do.
     static FileName ConstructUniqueName(FileName const& file);
 
@@ -96,6 +96,9 @@ public:
 /// The extensions stand in it as they are, so they may be expressions themselves. The end is the letter in
 /// this grammar, ECMAScript's: "a.datZ" matches and "a.dat" does not.
 ///
+/// The whole may have 4,000 characters, where "a{3}" counts as "aaa", and groups 500 deep. Matching takes bounded time, but
+/// for an expression that refers back to a group.
+///
 /// Copies share the expression. Matching is safe on several threads as long as nobody sets the criteria.
 class ORV_API FileUtils::ExtensionMatcher
 {
@@ -103,11 +106,11 @@ public:
     /// `SetMatchCriteria`
     ExtensionMatcher(std::vector<std::string> const& extensions = {}, bool caseSensitive = false);
 
-    /// \throws std::regex_error when the whole is no expression; it stays as it was.
+    /// \throws std::regex_error when the whole is no expression, or too large; it stays as it was.
     void SetMatchCriteria(std::vector<std::string> const& extensions, bool caseSensitive);
 
     /// Nothing matches a matcher that was moved from.
-    /// \throws std::regex_error for a name of more than 2,000 bytes: matching takes stack for each.
+    /// \throws std::regex_error for a name of more than 500 bytes, where the expression refers back to a group.
     bool operator()(std::string const& name) const;
 
 private:

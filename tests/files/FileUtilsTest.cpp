@@ -221,7 +221,26 @@ TEST(ExtensionMatcher, WantsTheLetterBehindTheExtension)
     EXPECT_FALSE(matcher("a.datz"));
 
     EXPECT_TRUE(FileUtils::ExtensionMatcher()("x.Z"));
-    EXPECT_THROW(matcher(std::string(1'000'000, 'a')), std::regex_error);
+}
+
+TEST(ExtensionMatcher, IsNotLedAstray)
+{
+    auto const matches = [](std::string const& extension, std::string const& name) {
+        return FileUtils::ExtensionMatcher({extension})("." + name + "Z");
+    };
+    EXPECT_TRUE(matches("(x|y)*", std::string(100'000, 'x')));
+    EXPECT_FALSE(matches("(x*)*y", std::string(100, 'x')));
+    EXPECT_TRUE(matches(R"((x+)-\2)", "xx-xx"));
+    EXPECT_FALSE(matches(R"((x+)-\2)", "xx-x"));
+    EXPECT_THROW(matches(R"((x+)-\2)", std::string(499, 'x')), std::regex_error);
+
+    EXPECT_TRUE(matches(R"(\d{4}-\d{2}-\d{2} \d{2}:\d{2}:\d{2}[({]{1,255})", "2000-02-29 12:30:00({("));
+    EXPECT_TRUE(matches(std::string(3980, 'x'), std::string(3980, 'x')));
+    EXPECT_TRUE(matches(std::string(499, '(') + std::string(499, ')'), ""));
+    for (std::string const& large :
+         {std::string(4000, 'x'), std::string(500, '(') + std::string(500, ')'),
+          std::string("((x?){70}){60}"), std::string("x{4000}"), std::string("x{1,99999999999999999999}")})
+        EXPECT_THROW(matches(large, "x"), std::regex_error) << large;
 }
 
 } // namespace

@@ -1,9 +1,10 @@
 #include "orv/files/internal/FreeName.h"
 
+#include "orv/files/internal/GivenExpression.h"
+
 #include <algorithm>
 #include <charconv>
 #include <locale>
-#include <regex>
 #include <stdexcept>
 #include <string_view>
 
@@ -60,9 +61,9 @@ std::size_t FirstFreeOfExpression(std::string const& root, std::vector<std::stri
     for (std::size_t number = 1; number <= places + 1; ++number)
     {
         std::string const text = "^" + root + "_" + std::to_string(number) + "[\\.|\\Z]";
-        std::regex const expression(text.c_str(), std::regex::ECMAScript | std::regex::icase);
+        GivenExpression const expression(text.c_str(), true); // up to the first NUL
         if (std::none_of(leafNames.begin(), leafNames.end(),
-                         [&](std::string const& leaf) { return std::regex_search(leaf, expression); }))
+                         [&](std::string const& leaf) { return expression.IsFoundIn(leaf); }))
             return number;
     }
     throw std::runtime_error("FileUtils::ConstructUniqueName: \"" + root + "\" finds a name with any number");
