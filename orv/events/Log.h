@@ -80,7 +80,7 @@ public:
 
     /// \{
     /// Subscribe and unsubscribe on the calling thread. Both take ownership of `handler`, as `DelegateBase`
-    /// does.
+    /// does. A handler that is being called must not unsubscribe itself.
     static void addEventHandler(DelegateHandler<LogMessageArgs>* handler);
     static void removeEventHandler(DelegateHandler<LogMessageArgs>* handler);
     /// \}

@@ -27,7 +27,7 @@ class TimeString;
 ///
 /// \throws TimeException for a text that is no date, contradicts itself, or needs an order that the locale does not
 ///     have.
-/// \throws std::out_of_range the calendar's, for a date that does not exist.
+/// \throws std::out_of_range the calendar's, for a date that does not exist; ServiceException for the year 10000.
 /// \throws std::runtime_error the standard library's, when the environment names an unknown locale.
 ORV_API Time ParseTime(std::string const& text, bool twoDigitYears2000);
 

@@ -83,7 +83,8 @@ private:
     FrequencyUnit::Enum unit_ = FrequencyUnit::Years;
 };
 
-/// "0 00 2 00:00:00.000" for two days: the layout of `TimeOffset`, not normalised and without plus signs.
+/// "0 00 2 00:00:00.000" for two days: the layout of `TimeOffset`, not normalised and without plus signs. What is
+/// written of -1 to -9 milliseconds, ".0-5", can not be read.
 /// Leaves the stream with the fill character '0' and without `showpos`.
 /// \throws TimeException for a unit outside the enumeration.
 ORV_API std::ostream& operator<<(std::ostream& stream, TimeFrequency const& frequency);
