@@ -4,6 +4,7 @@
 
 #include <istream>
 #include <sstream>
+#include <stdexcept>
 #include <vector>
 
 namespace Zan::Orv::Core::Service::Fuzz {
@@ -15,7 +16,7 @@ void Run(Input& input)
     bool const small = input.Flag();
     std::string const bytes = input.Rest();
     std::vector<char> found(enough);
-    Succeeds([&] {
+    Succeeds<std::runtime_error>([&] {
         std::stringbuf source(bytes);
         BZip2Buf buffer(&source, 1, small);
         buffer.sgetn(found.data(), static_cast<std::streamsize>(found.size()));

@@ -2,6 +2,7 @@
 #include "orv/serialization/Base64Buf.h"
 
 #include <sstream>
+#include <stdexcept>
 
 namespace Zan::Orv::Core::Service::Fuzz {
 
@@ -31,7 +32,7 @@ std::string Encode(std::string const& bytes)
 void Run(Input& input)
 {
     std::string const text = input.Rest();
-    Succeeds([&] { Decode(text); });
+    Succeeds<std::runtime_error>([&] { Decode(text); });
     Require(Decode(Encode(text)) == text, "what is encoded is decoded");
 }
 

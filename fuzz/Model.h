@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fuzz/Input.h"
+#include "orv/foundation/Exception.h"
 #include "orv/serialization/Serializer.h"
 #include "orv/time/TimeFormat.h"
 #include "orv/time/TimeFrequency.h"
@@ -12,6 +13,7 @@
 #include <array>
 #include <istream>
 #include <optional>
+#include <stdexcept>
 #include <vector>
 
 /// What documents are read into: a field of every kind, and graphs of both kinds of pointers.
@@ -54,10 +56,11 @@ struct Model : ISerializable
 template<class Reader, class... Root>
 bool Reads(std::istream& stream, Model& model, Root const&... root)
 {
-    return Succeeds([&] {
-        Reader reader(stream, root...);
-        Serializer(reader).Serialize(model, "model");
-    });
+    return Succeeds<SerializeException, TimeException, std::out_of_range, std::runtime_error, std::exception>(
+        [&] {
+            Reader reader(stream, root...);
+            Serializer(reader).Serialize(model, "model");
+        });
 }
 
 } // namespace Zan::Orv::Core::Service::Fuzz

@@ -1,4 +1,5 @@
 #include "fuzz/Input.h"
+#include "orv/foundation/Exception.h"
 #include "orv/time/TimeFrequency.h"
 #include "orv/time/TimeOffset.h"
 
@@ -7,8 +8,8 @@ namespace Zan::Orv::Core::Service::Fuzz {
 void Run(Input& input)
 {
     std::string const text = input.Rest();
-    Succeeds([&] { ParseTimeOffset(text); });
-    Succeeds([&] { ParseTimeFrequency(text); });
+    Succeeds<TimeException>([&] { ParseTimeOffset(text); });
+    Succeeds<TimeException>([&] { ParseTimeFrequency(text); });
 }
 
 } // namespace Zan::Orv::Core::Service::Fuzz

@@ -2,6 +2,7 @@
 #include "orv/files/Directory.h"
 #include "orv/files/FileName.h"
 #include "orv/files/PathCacheEntry.h"
+#include "orv/foundation/Exception.h"
 #include "orv/foundation/Strings.h"
 
 #include <boost/filesystem/path.hpp>
@@ -27,8 +28,8 @@ void Run(Input& input)
     Require(!directory.IsSet() || !directory.IsDescendantOf(directory), "nothing descends from itself");
     directory.LeafName();
     directory.Parent();
-    Succeeds([&] { Directory(directory).MakeComplete(base); });
-    Succeeds([&] { Directory(directory).Append(other); });
+    Succeeds<DirectoryException>([&] { Directory(directory).MakeComplete(base); });
+    Succeeds<DirectoryException>([&] { Directory(directory).Append(other); });
 
     FileName name;
     name.Set(text, convert);

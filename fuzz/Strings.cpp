@@ -3,6 +3,7 @@
 #include "fuzz/Input.h"
 
 #include <numeric>
+#include <stdexcept>
 
 namespace Zan::Orv::Core::Service::Fuzz {
 
@@ -52,7 +53,7 @@ void Run(Input& input)
     {
         std::string piece;
         StringLeft(text, piece, count);
-        Succeeds([&] { StringRight(text, piece, count); });
+        Succeeds<std::out_of_range>([&] { StringRight(text, piece, count); });
     }
 }
 
