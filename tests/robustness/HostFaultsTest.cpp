@@ -1,4 +1,5 @@
 #include "Graphs.h"
+#include "orv/datafiles/BinaryFileIO.h"
 #include "orv/files/Directory.h"
 #include "orv/files/FileName.h"
 #include "orv/files/FileSystemUtil.h"
@@ -9,6 +10,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <fstream>
 #include <sstream>
 #include <string>
 #include <sys/resource.h>
@@ -17,6 +19,10 @@
 #include <ucontext.h>
 #include <unistd.h>
 #include <vector>
+
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/common_interface_defs.h>
+#endif
 
 // What the host does to a program at work: no more room on the disk, a stack whose end nobody knows, and an end without a
 // word.
@@ -78,6 +84,23 @@ TEST(FullDisk, CopiesArePrefixes)
         false);
 }
 
+TEST(FullDisk, IsToldByBinaryFileIO)
+{
+    std::vector<double> values(2'000);
+    for (rlim_t const limit : {0U, 1U, 9'999U, 15'999U, 16'000U})
+    {
+        TemporaryDirectory const folder;
+        std::ofstream file(folder / "file", std::ios::binary);
+        bool isWhole = false;
+        OnSmallDisk(limit, [&] {
+            isWhole = BinaryFileIO::writeFloat64s(file, values.data(), static_cast<int>(values.size())) &&
+                      file.flush();
+        });
+        EXPECT_EQ(isWhole, limit == 16'000);
+        EXPECT_EQ(Content(folder / "file").size(), limit);
+    }
+}
+
 // Tracks large blocks in a child without an end, until it is killed. What the file then holds.
 std::string TrackUntilKilled(TemporaryDirectory const& folder, std::chrono::microseconds life)
 {
@@ -124,11 +147,29 @@ TEST(KilledProcess, LeavesWholeLinesUpToTheLast)
     }
 }
 
-TYPED_TEST(FormTest, GraphsOnTheStackOfACoroutine)
+// AddressSanitizer wants to hear of a change of stacks.
+#ifdef __SANITIZE_ADDRESS__
+void LeaveFor(void const* bottom, std::size_t size, void** memory)
 {
-    static bool isShallowRead;
-    static bool isDeepRefused;
-    isShallowRead = isDeepRefused = false;
+    __sanitizer_start_switch_fiber(memory, bottom, size);
+}
+
+void Arrive(void* memory, void const** bottomBefore, std::size_t* sizeBefore)
+{
+    __sanitizer_finish_switch_fiber(memory, bottomBefore, sizeBefore);
+}
+#else
+void LeaveFor(void const*, std::size_t, void**)
+{}
+
+void Arrive(void*, void const**, std::size_t*)
+{}
+#endif
+
+/// Runs `Action` as a coroutine, on a stack that the host does not know.
+template<void (*Action)()>
+void RunOnOtherStack()
+{
     std::vector<char> stack(std::size_t{1} << 20);
     ucontext_t here;
     ucontext_t coroutine;
@@ -137,20 +178,29 @@ TYPED_TEST(FormTest, GraphsOnTheStackOfACoroutine)
     coroutine.uc_stack.ss_size = stack.size();
     coroutine.uc_link = &here;
     auto const run = [] {
-        isShallowRead = PassChain<TypeParam>(5) == 5;
-        try
-        {
-            PassChain<TypeParam>(100'000);
-        }
-        catch (SerializeException const&)
-        {
-            isDeepRefused = true;
-        }
+        void const* bottom = nullptr;
+        std::size_t size = 0;
+        Arrive(nullptr, &bottom, &size);
+        Action();
+        LeaveFor(bottom, size, nullptr);
     };
     ::makecontext(&coroutine, run, 0);
+    void* memory = nullptr;
+    LeaveFor(stack.data(), stack.size(), &memory);
     ASSERT_EQ(::swapcontext(&here, &coroutine), 0);
-    EXPECT_TRUE(isShallowRead);
-    EXPECT_TRUE(isDeepRefused);
+    Arrive(memory, nullptr, nullptr);
+}
+
+template<class Form>
+void PassChains()
+{
+    EXPECT_EQ(PassChain<Form>(5), 5);
+    EXPECT_THROW(PassChain<Form>(100'000), SerializeException);
+}
+
+TYPED_TEST(FormTest, GraphsOnTheStackOfACoroutine)
+{
+    RunOnOtherStack<PassChains<TypeParam>>();
 }
 
 } // namespace
