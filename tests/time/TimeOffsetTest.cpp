@@ -73,6 +73,29 @@ TEST(TimeOffset, SurvivesTheExtremesOfInt)
         }
 }
 
+TEST(TimeOffset, KnowsItsUnits)
+{
+    // clang-format off
+    std::pair<char const*, TimeOffset> const table[] = {
+        {"years year yrs yr y", {2, 0, 0, 0, 0, 0, 0}},          {"months month", {0, 2, 0, 0, 0, 0, 0}},
+        {"weeks week wks wk w", {0, 0, 14, 0, 0, 0, 0}},         {"days day d DAY", {0, 0, 2, 0, 0, 0, 0}},
+        {"hours hour hrs hR h", {0, 0, 0, 2, 0, 0, 0}},          {"minutes minute mins MiN", {0, 0, 0, 0, 2, 0, 0}},
+        {"seconds second secs sec s", {0, 0, 0, 0, 0, 2, 0}},    {"milliseconds millisecond ms", {0, 0, 0, 0, 0, 0, 2}}};
+    // clang-format on
+    for (auto const& [words, offset] : table)
+    {
+        std::istringstream stream(words);
+        for (std::string word; stream >> word;)
+        {
+            EXPECT_EQ(ParseTimeOffset("+2" + word), offset) << word;
+            EXPECT_EQ(ParseTimeOffset(" + 3\t" + word + " -1" + word + " 5"), offset) << word;
+        }
+    }
+    for (char const* const word : {"m", "mo", "e", "msec"})
+        EXPECT_EQ(Outcome([&] { return ParseTimeOffset(std::string("+1 ") + word); }),
+                  std::string("Invalid time offset unit: '") + word + "'");
+}
+
 TEST(TimeOffset, TravelsAsText)
 {
     // clang-format off
