@@ -157,7 +157,7 @@ public:
     LeafFilter(std::string const& filter, bool ignoreCase)
     {
         if (!filter.empty())
-            expression_.emplace(filter.c_str(), ignoreCase); // up to the first NUL
+            expression_.emplace(filter.substr(0, filter.find('\0')), ignoreCase);
     }
 
     bool Finds(fs::path const& path) const

@@ -61,7 +61,7 @@ std::size_t FirstFreeOfExpression(std::string const& root, std::vector<std::stri
     for (std::size_t number = 1; number <= places + 1; ++number)
     {
         std::string const text = "^" + root + "_" + std::to_string(number) + "[\\.|\\Z]";
-        GivenExpression const expression(text.c_str(), true); // up to the first NUL
+        GivenExpression const expression(text.substr(0, text.find('\0')), true);
         if (std::none_of(leafNames.begin(), leafNames.end(),
                          [&](std::string const& leaf) { return expression.IsFoundIn(leaf); }))
             return number;
