@@ -35,7 +35,9 @@ TEST(ASCIIFileFormat, KeepsColumnsInOrderOfTheirNumbers)
     EXPECT_EQ(format.GetColumnUnit(2), "psi");
     EXPECT_EQ(format.GetColumnQuantity(7), Quantity::Date);
     format.AddDataColumn(2, Quantity::Pressure, "kPa", Format::Integer);
-    EXPECT_EQ(Shown(format), "2psi 2kPa 5bar 7 ");
+    ASCIIFileFormat copy;
+    copy = ASCIIFileFormat(format);
+    EXPECT_EQ(Shown(copy), "2psi 2kPa 5bar 7 ");
 
     EXPECT_EQ(format.GetColumnNumber(Quantity::Pressure), (std::vector<int>{2, 2, 5}));
     EXPECT_TRUE(format.GetColumnNumber(Quantity::Power).empty());

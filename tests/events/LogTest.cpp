@@ -45,7 +45,7 @@ TEST(LogTest, FormatsAsPrintfDoes)
 {
     long long const least = std::numeric_limits<long long>::min();
     ExpectAsPrintf("%i|%u|%x|%c|%%", std::numeric_limits<int>::min(), 4294967295u, 0xABCDEFu, 'c');
-    ExpectAsPrintf("%ld %lu %lld %llu %llx", -1L, ~0ul, least, ~0ull, ~0ull);
+    ExpectAsPrintf("%ld %lu %lld %llu %llx %zu", -1L, ~0ul, least, ~0ull, ~0ull, sizeof least);
     ExpectAsPrintf("%5d|%-5d|%05d|%+d|%#x|%.3d|%*d", 1, 2, 3, 4, 5, 6, 7, 8);
     ExpectAsPrintf("%10s|%.2s|%-4s|%hhd|%hu|%p|%X", "right", "cut", "l", 300, 70000, nullptr, 0xABu);
     ExpectAsPrintf("%10.3f|%-8.1e|%G|%a", 1.5, 2.5, 3.5e-7, 1.0);

@@ -143,8 +143,10 @@ TEST(Directory, RelatesToOthers)
     EXPECT_EQ(wayFrom("C:\\x\\z\\w", "C:\\x\\y"), std::pair(true, Native("../../y")));
     EXPECT_EQ(wayFrom("c/b", "a/b"), std::pair(false, ""s));
     Directory self("a/b");
+    Directory copy("c");
+    copy = self;
     EXPECT_TRUE(self.RelativePathFrom(Directory("a"), self));
-    EXPECT_EQ(self.Name(), "b");
+    EXPECT_EQ(self.Name() + copy.Name(), "b" + Native("a/b"));
 }
 
 TEST_F(DirectoryOnDisk, CreatesAndAnswers)

@@ -196,6 +196,7 @@ TEST_F(FileUtilsTest, TellsAsciiFromOthers)
     for (int const count : {11, 0, -1, std::numeric_limits<int>::max()})
         EXPECT_FALSE(FileUtils::IsAscii(a, count)) << count;
     EXPECT_FALSE(FileUtils::IsAscii(directory, 0));
+    EXPECT_TRUE(FileUtils::IsAccessible(a.GetFullName()) && FileUtils::IsAccessible("there is none"));
 }
 
 TEST_F(FileUtilsTest, CountsLinesUpToAPosition)

@@ -77,7 +77,8 @@ TEST_F(FilteredFileFinderTest, SeesOnlyWhatItsRootFilterAccepts)
     // A finder is a source for the next, and is not needed any more once that is made.
     FilterPtr const notA = NotFilter::Create(FilenameExactNoCaseFilter::Create("a"));
     std::optional<FilteredFileFinder> source(std::in_place, "source", finder, notA);
-    FilteredFileFinder const data("data", *source, dat);
+    FilteredFileFinder data("other", finder);
+    data = FilteredFileFinder("data", *source, dat);
     source.reset();
     EXPECT_EQ(data.GetFiles(everything), Names{b});
     EXPECT_EQ(data.GetRootFilter(), dat);

@@ -119,7 +119,9 @@ TEST_F(MemoryTrackerTest, CountsWhatItKnowsAndWhatItDoesNot)
     }
     tracker.check_alloc(70000, &places[2]);
     tracker.check_free(&places[0]);
-    EXPECT_EQ(tracker.total(), 25u) << "nothing is recorded while tracking is off";
+    MemoryTracker copy = MakeTracker();
+    copy = tracker;
+    EXPECT_EQ(copy.total(), 25u) << "nothing is recorded while tracking is off";
 }
 
 TEST_F(MemoryTrackerTest, KnowsEachOfManyBlocks)

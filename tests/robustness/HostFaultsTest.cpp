@@ -149,21 +149,11 @@ TEST(KilledProcess, LeavesWholeLinesUpToTheLast)
 
 // AddressSanitizer wants to hear of a change of stacks.
 #ifdef __SANITIZE_ADDRESS__
-void LeaveFor(void const* bottom, std::size_t size, void** memory)
-{
-    __sanitizer_start_switch_fiber(memory, bottom, size);
-}
-
-void Arrive(void* memory, void const** bottomBefore, std::size_t* sizeBefore)
-{
-    __sanitizer_finish_switch_fiber(memory, bottomBefore, sizeBefore);
-}
+constexpr auto leaveFor = __sanitizer_start_switch_fiber;
+constexpr auto arrive = __sanitizer_finish_switch_fiber;
 #else
-void LeaveFor(void const*, std::size_t, void**)
-{}
-
-void Arrive(void*, void const**, std::size_t*)
-{}
+constexpr auto leaveFor = [](void**, void const*, std::size_t) {};
+constexpr auto arrive = [](void*, void const**, std::size_t*) {};
 #endif
 
 /// Runs `Action` as a coroutine, on a stack that the host does not know.
@@ -180,15 +170,15 @@ void RunOnOtherStack()
     auto const run = [] {
         void const* bottom = nullptr;
         std::size_t size = 0;
-        Arrive(nullptr, &bottom, &size);
+        arrive(nullptr, &bottom, &size);
         Action();
-        LeaveFor(bottom, size, nullptr);
+        leaveFor(nullptr, bottom, size);
     };
     ::makecontext(&coroutine, run, 0);
     void* memory = nullptr;
-    LeaveFor(stack.data(), stack.size(), &memory);
+    leaveFor(&memory, stack.data(), stack.size());
     ASSERT_EQ(::swapcontext(&here, &coroutine), 0);
-    Arrive(memory, nullptr, nullptr);
+    arrive(memory, nullptr, nullptr);
 }
 
 template<class Form>

@@ -111,8 +111,9 @@ TEST(StreamSerializerTest, IntegersFollowTheStream)
     write(true);
     EXPECT_NE(stream.flags() & std::ios::boolalpha, std::ios::fmtflags());
     stream << std::hex << std::showbase;
-    EXPECT_EQ(write(255LL) + write(short{-1}) + write(static_cast<signed char>(-1)),
-              "0xff\n0xffff\n0xffffffff\n");
+    EXPECT_EQ(write(255LL) + write(short{-1}) + write(static_cast<signed char>(-1)) + write(254ULL) +
+                  write(static_cast<unsigned short>(253)),
+              "0xff\n0xffff\n0xffffffff\n0xfe\n0xfd\n");
     stream << std::dec;
     stream.imbue(std::locale(stream.getloc(), new Grouping));
     EXPECT_EQ(write(1234U) + write(1234.5), "1.234\n1.23450000000000000000e+03\n");
