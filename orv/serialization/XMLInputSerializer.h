@@ -30,7 +30,7 @@ namespace Zan::Orv::Core::Service {
 class ORV_API XMLInputSerializer : public ISerializerImpl
 {
 public:
-    /// Reads `stream` to its end.
+    /// Reads `stream` to its end. The parser takes a zero byte behind the root element for that end.
     /// \throws SerializeException for a document that is not well-formed, with the parser's words, and for a
     ///     root element other than `rootTag`.
     XMLInputSerializer(std::istream& stream, std::string const& rootTag);
